@@ -1,0 +1,36 @@
+# Avisos, sanitizadores y rutas de inclusión comunes a todos los destinos de Marnel.
+
+add_library(marnel_opciones INTERFACE)
+target_include_directories(marnel_opciones INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_features(marnel_opciones INTERFACE cxx_std_20)
+
+# Los avisos son del proyecto: quien lo incluya como subproyecto no los hereda.
+set(MARNEL_AVISOS -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+
+if(MARNEL_SANITIZADORES)
+  set(marnel_sanitizar -fsanitize=address,undefined -fsanitize=float-cast-overflow
+                       -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_compile_options(marnel_opciones INTERFACE ${marnel_sanitizar})
+  target_link_options(marnel_opciones INTERFACE ${marnel_sanitizar})
+endif()
+
+if(MARNEL_COBERTURA)
+  target_compile_options(marnel_opciones INTERFACE --coverage)
+  target_link_options(marnel_opciones INTERFACE --coverage)
+endif()
+
+# Añade una capa: biblioteca estática que solo ve las capas de debajo.
+function(marnel_capa nombre)
+  cmake_parse_arguments(CAPA "" "" "FUENTES;ENLACES" ${ARGN})
+  add_library(${nombre} STATIC ${CAPA_FUENTES})
+  target_compile_options(${nombre} PRIVATE ${MARNEL_AVISOS})
+  target_link_libraries(${nombre} PUBLIC marnel_opciones ${CAPA_ENLACES})
+endfunction()
+
+# Añade un programa sobre las capas dadas.
+function(marnel_programa nombre)
+  cmake_parse_arguments(PROG "" "" "FUENTES;ENLACES" ${ARGN})
+  add_executable(${nombre} ${PROG_FUENTES})
+  target_compile_options(${nombre} PRIVATE ${MARNEL_AVISOS})
+  target_link_libraries(${nombre} PRIVATE marnel_opciones ${PROG_ENLACES})
+endfunction()

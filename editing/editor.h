@@ -1,0 +1,119 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "editing/accion_menu.h"
+#include "editing/seleccion.h"
+#include "formula/motor.h"
+#include "model/celda.h"
+#include "model/formato.h"
+#include "model/hoja.h"
+#include "model/libro.h"
+
+namespace editor {
+
+/// Fachada por la que pasa todo cambio que hace una persona: selección, escritura, historial,
+/// portapapeles, estructura, orden y estilo. Las filas y columnas fuera de la cuadrícula se acotan.
+class Editor {
+  public:
+    /// Una copia del libro para el historial. Las hojas comparten los bloques que no cambian.
+    struct Estado {
+        std::vector<nucleo::Hoja> hojas;
+        std::int32_t hojaActiva = 0;
+        Seleccion seleccion;
+    };
+
+    /// El libro y el motor viven más que el editor.
+    Editor(nucleo::Libro& libro, motor_formulas::Motor& motor);
+
+    // Selección
+    const Seleccion& seleccion() const { return seleccion_; }
+    void seleccionar(int fila, int col);
+    void extender(int fila, int col);
+    void seleccionarFila(int fila);
+    void seleccionarColumna(int col);
+    void seleccionarTodo();
+    void normalizarActiva();
+    void moverActiva(int dFila, int dCol, bool extender);
+    /// Claves locales de las celdas que existen dentro de la selección.
+    std::vector<std::uint64_t> clavesEnSeleccion() const;
+
+    // Contenido y tamaños
+    void establecerContenido(int fila, int col, const std::string& texto);
+    void redimensionarColumna(int col, int ancho);
+    void redimensionarFila(int fila, int alto);
+
+    // Historial
+    Estado capturar() const;
+    void restaurar(const Estado& estado);
+    void registrarHistorial();
+    void deshacer();
+    void rehacer();
+    std::size_t pasosDeshacer() const { return historialDeshacer_.size(); }
+    std::size_t pasosRehacer() const { return historialRehacer_.size(); }
+    /// Olvida historial, celdas copiadas y selección: el libro es otro documento.
+    void olvidarTodo();
+
+    // Portapapeles
+    bool hayCeldasCopiadas() const { return !celdasCopiadas_.empty(); }
+    void copiar();
+    std::string copiarTSV() const;
+    void cortar();
+    void borrarSeleccion();
+    void pegar();
+    void pegarTSV(const std::string& texto);
+
+    // Estructura
+    void insertarFilas(int fila, int cantidad);
+    void eliminarFilas(int fila, int cantidad);
+    void insertarColumnas(int col, int cantidad);
+    void eliminarColumnas(int col, int cantidad);
+
+    // Orden
+    void ordenarSeleccion(bool ascendente);
+
+    // Estilo y fusiones
+    void aplicarEstiloSeleccion(const std::function<void(nucleo::Celda&)>& cambio);
+    void alternarNegrita();
+    void alternarCursiva();
+    void alternarSubrayado();
+    void aplicarAlineacion(nucleo::AlineacionH alineacion);
+    void aplicarFormato(nucleo::FormatoNumero formato);
+    void cambiarDecimales(int delta);
+    void aplicarColorTexto(unsigned int color);
+    void aplicarColorFondo(unsigned int color);
+    bool fusionarSeleccion();
+    bool separarFusion();
+
+    // Menú contextual
+    std::vector<AccionMenu> menuContextualCeldas() const;
+    /// Falso si el identificador no se conoce; los del portapapeles son de la vista.
+    bool ejecutarAccionMenu(const std::string& id);
+
+  private:
+    struct CeldaCopiada {
+        int dFila;
+        int dCol;
+        std::string entrada;
+        nucleo::Formato formato;
+    };
+
+    nucleo::Hoja* hojaActiva() const;
+
+    Seleccion seleccion_;
+    nucleo::Libro& libro_;
+    motor_formulas::Motor* motor_;
+    std::deque<Estado> historialDeshacer_;
+    std::deque<Estado> historialRehacer_;
+    std::vector<CeldaCopiada> celdasCopiadas_;
+    std::vector<nucleo::RangoFusion> fusionesCopiadas_; ///< relativas a la esquina copiada
+    int origenFila_ = 0;
+    int origenCol_ = 0;
+};
+
+} // namespace editor
