@@ -44,9 +44,13 @@ void AlmacenCeldas::desplazar(bool filas, int desde, int delta) {
     celdas_ = std::move(nuevas);
 }
 
-void AlmacenCeldas::desplazarFilas(int desde, int delta) { desplazar(true, desde, delta); }
+void AlmacenCeldas::desplazarFilas(int desde, int delta) {
+    desplazar(true, desde, delta);
+}
 
-void AlmacenCeldas::desplazarColumnas(int desde, int delta) { desplazar(false, desde, delta); }
+void AlmacenCeldas::desplazarColumnas(int desde, int delta) {
+    desplazar(false, desde, delta);
+}
 
 void AlmacenCeldas::completarLiterales() {
     for (auto& [clave, celda] : celdas_) {

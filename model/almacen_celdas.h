@@ -1,14 +1,14 @@
 #pragma once
 
+#include "model/celda.h"
+#include "model/limites.h"
+#include "model/rango.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <map>
 #include <string>
 #include <utility>
-
-#include "model/celda.h"
-#include "model/limites.h"
-#include "model/rango.h"
 
 namespace nucleo {
 

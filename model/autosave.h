@@ -1,9 +1,9 @@
 #pragma once
 
-#include <string>
-
 #include "model/libro.h"
 #include "model/serializador.h"
+
+#include <string>
 
 /// Archivo de recuperación de cada documento.
 namespace nucleo::Autosave {

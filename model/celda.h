@@ -1,10 +1,10 @@
 #pragma once
 
-#include <cstdint>
-#include <string>
-
 #include "model/formato.h"
 #include "model/valor.h"
+
+#include <cstdint>
+#include <string>
 
 namespace nucleo {
 
@@ -38,11 +38,18 @@ constexpr int columnaDeClaveLocal(std::uint64_t clave) {
 /// 40..47 son siempre cero; una fila de 2^24 o más pierde sus bits altos.
 constexpr std::uint64_t claveCelda(int hoja, int fila, int col) {
     return (static_cast<std::uint64_t>(static_cast<std::uint32_t>(hoja) & 0xffffU) << 48) |
-           ((static_cast<std::uint64_t>(static_cast<std::uint32_t>(fila)) << 16) & 0xffffff0000ULL) |
+           ((static_cast<std::uint64_t>(static_cast<std::uint32_t>(fila)) << 16) &
+            0xffffff0000ULL) |
            (static_cast<std::uint32_t>(col) & 0xffffU);
 }
-constexpr int hojaDeClave(std::uint64_t clave) { return static_cast<int>(clave >> 48); }
-constexpr int filaDeClave(std::uint64_t clave) { return static_cast<int>((clave >> 16) & 0xffffffU); }
-constexpr int columnaDeClave(std::uint64_t clave) { return static_cast<int>(clave & 0xffffU); }
+constexpr int hojaDeClave(std::uint64_t clave) {
+    return static_cast<int>(clave >> 48);
+}
+constexpr int filaDeClave(std::uint64_t clave) {
+    return static_cast<int>((clave >> 16) & 0xffffffU);
+}
+constexpr int columnaDeClave(std::uint64_t clave) {
+    return static_cast<int>(clave & 0xffffU);
+}
 
 } // namespace nucleo

@@ -1,9 +1,9 @@
 #include "model/direcciones.h"
 
+#include "model/limites.h"
+
 #include <algorithm>
 #include <cstdint>
-
-#include "model/limites.h"
 
 namespace nucleo {
 

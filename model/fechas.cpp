@@ -56,7 +56,9 @@ std::int64_t anioDelDia(std::int64_t dia) {
     return anio;
 }
 
-bool esBlanco(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+bool esBlanco(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 /// Lee un entero con signo tras los blancos que haya y lo quita del texto. Falso si no hay cifras
 /// o si no cabe en un int.

@@ -12,11 +12,17 @@ bool contiene(const RangoFusion& fusion, int fila, int col) {
 
 } // namespace
 
-const Celda* Hoja::celda(int fila, int col) const { return celdas.buscar(fila, col); }
+const Celda* Hoja::celda(int fila, int col) const {
+    return celdas.buscar(fila, col);
+}
 
-Celda& Hoja::celdaMut(int fila, int col) { return celdas[claveLocal(fila, col)]; }
+Celda& Hoja::celdaMut(int fila, int col) {
+    return celdas[claveLocal(fila, col)];
+}
 
-void Hoja::quitarCelda(int fila, int col) { celdas.erase(claveLocal(fila, col)); }
+void Hoja::quitarCelda(int fila, int col) {
+    celdas.erase(claveLocal(fila, col));
+}
 
 const RangoFusion* Hoja::fusionEn(int fila, int col) const {
     for (const RangoFusion& fusion : fusiones) {

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <string>
-#include <unordered_map>
-#include <vector>
-
 #include "model/almacen_celdas.h"
 #include "model/celda.h"
 #include "model/limites.h"
+
+#include <string>
+#include <unordered_map>
+#include <vector>
 
 namespace nucleo {
 

@@ -4,7 +4,9 @@
 
 namespace nucleo {
 
-Libro::Libro() { reiniciar(); }
+Libro::Libro() {
+    reiniciar();
+}
 
 void Libro::reiniciar() {
     // Se reutiliza la primera hoja: así reiniciar no pide memoria ni cuando se ha agotado.

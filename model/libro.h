@@ -1,13 +1,13 @@
 #pragma once
 
+#include "model/grafo_dependencias.h"
+#include "model/hoja.h"
+
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "model/grafo_dependencias.h"
-#include "model/hoja.h"
 
 namespace nucleo {
 

@@ -1,5 +1,7 @@
 #include "model/numeros.h"
 
+#include "model/fechas.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -8,8 +10,6 @@
 #include <cstdlib>
 #include <locale.h>
 #include <string_view>
-
-#include "model/fechas.h"
 
 namespace nucleo {
 
@@ -98,7 +98,8 @@ std::string numeroConDecimales(double valor, int decimales, bool miles) {
     const int conCifra = decimales < 0 ? 6 : std::min(decimales, kDecimalesConCifra);
     const auto fin = std::to_chars(cifras.data(), cifras.data() + cifras.size(), valor,
                                    std::chars_format::fixed, conCifra);
-    const std::string_view escrito(cifras.data(), static_cast<std::size_t>(fin.ptr - cifras.data()));
+    const std::string_view escrito(cifras.data(),
+                                   static_cast<std::size_t>(fin.ptr - cifras.data()));
     const std::size_t signo = escrito.starts_with('-') ? 1 : 0;
     const std::size_t punto = std::min(escrito.find('.'), escrito.size());
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <string>
-
 #include "model/formato.h"
 #include "model/valor.h"
+
+#include <string>
 
 namespace nucleo {
 

@@ -1,19 +1,19 @@
 #pragma once
 
+#include "model/hoja.h"
+#include "model/libro.h"
+
 #include <cstdint>
 #include <cstdio>
 #include <string>
-
-#include "model/hoja.h"
-#include "model/libro.h"
 
 namespace nucleo {
 
 enum ResultadoArchivo : int {
     kArchivoBien = 0,
     kArchivoNoAbre = 1,
-    kArchivoInvalido = 2,     ///< solo al cargar
-    kArchivoNoSeEscribe = 3,  ///< solo al guardar
+    kArchivoInvalido = 2,    ///< solo al cargar
+    kArchivoNoSeEscribe = 3, ///< solo al guardar
 };
 
 /// Lee y escribe libros en el formato ".mrn". Guardar sobrescribe el archivo en su sitio.
