@@ -12,6 +12,18 @@ bool contiene(const RangoFusion& fusion, int fila, int col) {
 
 } // namespace
 
+bool Hoja::operator==(const Hoja& otra) const {
+    return nombre == otra.nombre && celdas == otra.celdas && fusiones == otra.fusiones &&
+           anchos == otra.anchos && altos == otra.altos &&
+           filasInmovilizadas == otra.filasInmovilizadas &&
+           columnasInmovilizadas == otra.columnasInmovilizadas;
+}
+
+std::uint64_t Hoja::nuevaIdentidad() {
+    static std::uint64_t ultima = 0;
+    return ++ultima;
+}
+
 const Celda* Hoja::celda(int fila, int col) const {
     return celdas.buscar(fila, col);
 }
@@ -32,15 +44,19 @@ const RangoFusion* Hoja::fusionEn(int fila, int col) const {
     return nullptr;
 }
 
+const RangoFusion* Hoja::fusionQueToca(const RangoCeldas& rango) const {
+    const auto it = std::find_if(fusiones.begin(), fusiones.end(), [&](const RangoFusion& fusion) {
+        return rango.interseca({fusion.fila1, fusion.col1, fusion.fila2, fusion.col2});
+    });
+    return it == fusiones.end() ? nullptr : &*it;
+}
+
 bool Hoja::fusionar(int fila1, int col1, int fila2, int col2) {
     const RangoCeldas rango{std::min(fila1, fila2), std::min(col1, col2), std::max(fila1, fila2),
                             std::max(col1, col2)};
     if (rango.fila1 == rango.fila2 && rango.col1 == rango.col2)
         return false;
-    const auto solapa = [&](const RangoFusion& otra) {
-        return rango.interseca({otra.fila1, otra.col1, otra.fila2, otra.col2});
-    };
-    if (std::any_of(fusiones.begin(), fusiones.end(), solapa))
+    if (fusionQueToca(rango))
         return false;
 
     // La esquina se aparta para que lo que queda por quitar sean rectángulos completos.

@@ -3,7 +3,9 @@
 #include "model/almacen_celdas.h"
 #include "model/celda.h"
 #include "model/limites.h"
+#include "model/rango.h"
 
+#include <cstdint>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -32,6 +34,9 @@ class Hoja {
     std::unordered_map<int, int> altos;  ///< fila -> píxeles, solo las que no son de 24
     int filasInmovilizadas = 0;
     int columnasInmovilizadas = 0;
+    /// Distingue esta hoja de otra aunque se llamen igual. Una copia la conserva, porque es la
+    /// misma hoja en otro momento, y por eso no cuenta al comparar hojas.
+    std::uint64_t identidad = nuevaIdentidad();
 
     /// La celda, o nulo si no existe. Nunca la crea.
     const Celda* celda(int fila, int col) const;
@@ -42,6 +47,8 @@ class Hoja {
 
     /// La primera fusión, por orden de creación, que contiene la celda; nulo si ninguna.
     const RangoFusion* fusionEn(int fila, int col) const;
+    /// La primera fusión que comparte alguna celda con el rango; nulo si ninguna.
+    const RangoFusion* fusionQueToca(const RangoCeldas& rango) const;
     /// Fusiona el rectángulo de dos esquinas cualesquiera y quita todas sus celdas menos la
     /// superior izquierda. Falso, sin cambios, si es una sola celda o toca otra fusión.
     bool fusionar(int fila1, int col1, int fila2, int col2);
@@ -56,7 +63,10 @@ class Hoja {
     int ultimaFilaUsada() const;
     int ultimaColUsada() const;
 
-    bool operator==(const Hoja&) const = default;
+    bool operator==(const Hoja& otra) const;
+
+  private:
+    static std::uint64_t nuevaIdentidad();
 };
 
 } // namespace nucleo
