@@ -1,19 +1,20 @@
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <deque>
-#include <functional>
-#include <string>
-#include <vector>
-
 #include "editing/accion_menu.h"
+#include "editing/desplazamiento.h"
 #include "editing/seleccion.h"
 #include "formula/motor.h"
 #include "model/celda.h"
 #include "model/formato.h"
 #include "model/hoja.h"
 #include "model/libro.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <string>
+#include <vector>
 
 namespace editor {
 
@@ -103,13 +104,39 @@ class Editor {
         nucleo::Formato formato;
     };
 
+    /// Una entrada del historial: el estado al que lleva y el desplazamiento de filas o columnas
+    /// que lleva a él desde su vecino, el que queda más cerca del presente.
+    struct Paso {
+        Estado estado;
+        std::uint64_t hoja = 0; ///< `identidad` de la que se desplaza
+        Desplazamiento desdeElVecino;
+    };
+
+    /// La hoja activa; nulo si el índice del libro no señala ninguna.
     nucleo::Hoja* hojaActiva() const;
+    void colocar(int fila, int col);
+
+    void registrar(Paso paso);
+    void aplicarEstado(Estado estado);
+    /// Cambia el presente por el último paso de `desde` y deja en `hacia` el camino de vuelta.
+    void recorrerHistorial(std::deque<Paso>& desde, std::deque<Paso>& hacia);
+    void redimensionar(bool filas, int coordenada, int tamano);
+    static void redimensionarEn(std::deque<Paso>& pasos, std::uint64_t identidad, bool filas,
+                                int coordenada, int tamano);
+
+    /// Fusiona un rango de la hoja activa cuyo contenido, salvo el de la esquina, se pierde.
+    /// Falso, sin cambios, si la hoja no admite la fusión.
+    bool fusionar(const nucleo::RangoCeldas& rango);
+    /// Inserta (`delta` > 0) o elimina filas o columnas de la hoja activa, con su paso de
+    /// historial.
+    void desplazar(bool filas, int desde, int delta);
+    void alternarEstilo(bool nucleo::Formato::*estilo);
 
     Seleccion seleccion_;
     nucleo::Libro& libro_;
     motor_formulas::Motor* motor_;
-    std::deque<Estado> historialDeshacer_;
-    std::deque<Estado> historialRehacer_;
+    std::deque<Paso> historialDeshacer_;
+    std::deque<Paso> historialRehacer_;
     std::vector<CeldaCopiada> celdasCopiadas_;
     std::vector<nucleo::RangoFusion> fusionesCopiadas_; ///< relativas a la esquina copiada
     int origenFila_ = 0;

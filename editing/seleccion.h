@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/rango.h"
+
 #include <algorithm>
 #include <cstdint>
 
@@ -17,6 +19,8 @@ struct Seleccion {
     int filaMax() const { return std::max(anclaFila, activaFila); }
     int colMin() const { return std::min(anclaCol, activaCol); }
     int colMax() const { return std::max(anclaCol, activaCol); }
+    /// El rectángulo, normalizado.
+    nucleo::RangoCeldas rango() const { return {filaMin(), colMin(), filaMax(), colMax()}; }
     bool esUnaCelda() const { return anclaFila == activaFila && anclaCol == activaCol; }
 
     bool operator==(const Seleccion&) const = default;
