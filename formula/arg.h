@@ -1,13 +1,13 @@
 #pragma once
 
-#include <cstdint>
-#include <utility>
-#include <vector>
-
 #include "formula/vista_valor.h"
 #include "model/hoja.h"
 #include "model/rango.h"
 #include "model/valor.h"
+
+#include <cstdint>
+#include <utility>
+#include <vector>
 
 namespace motor_formulas {
 

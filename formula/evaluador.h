@@ -1,11 +1,11 @@
 #pragma once
 
-#include <string>
-
 #include "formula/arg.h"
 #include "formula/nodo_expr.h"
 #include "model/libro.h"
 #include "model/valor.h"
+
+#include <string>
 
 namespace motor_formulas {
 

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "formula/tokenizador.h"
+#include "model/valor.h"
+
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
-
-#include "formula/tokenizador.h"
-#include "model/valor.h"
 
 namespace motor_formulas {
 
@@ -30,8 +30,8 @@ struct NodoExpr {
     double numero = 0;
     std::string texto; ///< contenido de un texto o nombre normalizado de una función
     bool logico = false;
-    RefCelda ref;  ///< la celda, o la primera esquina de un rango
-    RefCelda ref2; ///< la segunda esquina de un rango
+    RefCelda ref;   ///< la celda, o la primera esquina de un rango
+    RefCelda ref2;  ///< la segunda esquina de un rango
     std::string op; ///< "u-", "u+", "%" o el operador binario
     nucleo::ErrorCelda error = nucleo::ErrorCelda::Ninguno;
     std::vector<std::unique_ptr<NodoExpr>> hijos;

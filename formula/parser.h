@@ -1,9 +1,9 @@
 #pragma once
 
+#include "formula/nodo_expr.h"
+
 #include <memory>
 #include <string>
-
-#include "formula/nodo_expr.h"
 
 namespace motor_formulas {
 

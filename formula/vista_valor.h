@@ -1,10 +1,10 @@
 #pragma once
 
-#include <string>
-#include <string_view>
-
 #include "model/celda.h"
 #include "model/valor.h"
+
+#include <string>
+#include <string_view>
 
 namespace motor_formulas {
 
