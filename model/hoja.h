@@ -3,11 +3,11 @@
 #include "model/almacen_celdas.h"
 #include "model/celda.h"
 #include "model/limites.h"
+#include "model/mapa_tamanos.h"
 #include "model/rango.h"
 
 #include <cstdint>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace nucleo {
@@ -30,8 +30,8 @@ class Hoja {
     std::string nombre = "Hoja 1";
     AlmacenCeldas celdas; ///< por `claveLocal`
     std::vector<RangoFusion> fusiones;
-    std::unordered_map<int, int> anchos; ///< columna -> píxeles, solo las que no son de 88
-    std::unordered_map<int, int> altos;  ///< fila -> píxeles, solo las que no son de 24
+    MapaTamanos anchos; ///< columna -> píxeles, solo las que no son de 88
+    MapaTamanos altos;  ///< fila -> píxeles, solo las que no son de 24
     int filasInmovilizadas = 0;
     int columnasInmovilizadas = 0;
     /// Distingue esta hoja de otra aunque se llamen igual. Una copia la conserva, porque es la
