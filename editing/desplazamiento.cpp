@@ -1,10 +1,10 @@
 #include "editing/desplazamiento.h"
 
 #include "model/limites.h"
+#include "model/mapa_tamanos.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -19,8 +19,8 @@ int ultimaCoordenada(bool filas) {
     return filas ? nucleo::kUltimaFila : nucleo::kUltimaColumna;
 }
 
-void desplazarTamanos(std::unordered_map<int, int>& tamanos, const Desplazamiento& paso) {
-    std::unordered_map<int, int> movidos;
+void desplazarTamanos(nucleo::MapaTamanos& tamanos, const Desplazamiento& paso) {
+    nucleo::MapaTamanos movidos;
     movidos.reserve(tamanos.size());
     for (const auto& [coordenada, tamano] : tamanos) {
         if (const std::optional<int> nueva = paso.destino(coordenada))

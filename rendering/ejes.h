@@ -1,7 +1,8 @@
 #pragma once
 
+#include "model/mapa_tamanos.h"
+
 #include <cstdint>
-#include <unordered_map>
 #include <vector>
 
 namespace nucleo {
@@ -16,7 +17,7 @@ int escalar(int tamano, double zoom);
 
 /// Qué eje de la hoja se mide: cuántos elementos tiene y cuáles llevan tamaño propio.
 struct MedidasEje {
-    const std::unordered_map<int, int>& tamanos; ///< elemento -> píxeles sin zoom
+    const nucleo::MapaTamanos& tamanos; ///< elemento -> píxeles sin zoom
     int elementos;
     int predeterminado; ///< píxeles sin zoom
     double zoom;
