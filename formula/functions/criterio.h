@@ -1,12 +1,13 @@
 #pragma once
 
+#include "formula/vista_valor.h"
+#include "model/valor.h"
+
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
-
-#include "formula/vista_valor.h"
-#include "model/valor.h"
 
 namespace motor_formulas {
 
@@ -29,5 +30,8 @@ bool coincideComodin(std::string_view patron, std::string_view texto, std::size_
 
 /// Cambia a mayúsculas o minúsculas las letras ASCII y las acentuadas de Latin-1.
 std::string cambiarCaso(std::string_view texto, bool mayusculas);
+
+/// Compara por bytes un texto, pasado a minúsculas sin copiarlo, con otro que ya lo está.
+std::strong_ordering compararEnMinusculas(std::string_view texto, std::string_view minusculas);
 
 } // namespace motor_formulas

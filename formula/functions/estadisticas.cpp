@@ -1,0 +1,216 @@
+#include "formula/functions/argumentos.h"
+#include "formula/functions/familias.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+namespace motor_formulas {
+
+namespace {
+
+using nucleo::ErrorCelda;
+using nucleo::TipoValor;
+using nucleo::Valor;
+
+Valor promedio(std::vector<Arg>& args, Evaluador&) {
+    double total = 0;
+    double cuenta = 0;
+    ErrorCelda error{};
+    const bool bien = recorrerNumeros(args, error, [&](double numero) {
+        total += numero;
+        ++cuenta;
+    });
+    if (!bien)
+        return Valor::deError(error);
+    if (cuenta == 0)
+        return Valor::deError(ErrorCelda::DivCero);
+    return Valor::deNumero(total / cuenta);
+}
+
+/// El número que ningún otro supera según `supera(a, b)`; 0 si no hay números. Lo que no es un
+/// número solo gana si no hay otra cosa, esté donde esté.
+template <typename Comparacion> Valor extremo(const std::vector<Arg>& args, Comparacion supera) {
+    double mejor = 0;
+    bool hayNumeros = false;
+    ErrorCelda error{};
+    const bool bien = recorrerNumeros(args, error, [&](double numero) {
+        if (!hayNumeros || supera(numero, mejor) || std::isnan(mejor))
+            mejor = numero;
+        hayNumeros = true;
+    });
+    return bien ? Valor::deNumero(mejor) : Valor::deError(error);
+}
+
+Valor maximo(std::vector<Arg>& args, Evaluador&) {
+    return extremo(args, [](double a, double b) { return a > b; });
+}
+
+Valor minimo(std::vector<Arg>& args, Evaluador&) {
+    return extremo(args, [](double a, double b) { return a < b; });
+}
+
+Valor mediana(std::vector<Arg>& args, Evaluador&) {
+    std::vector<double> numeros;
+    ErrorCelda error{};
+    if (!recolectarNumeros(args, numeros, error))
+        return Valor::deError(error);
+    if (numeros.empty())
+        return Valor::deError(ErrorCelda::ValorInvalido);
+    std::sort(numeros.begin(), numeros.end(), numeroMenor);
+    const std::size_t mitad = numeros.size() / 2;
+    if (numeros.size() % 2 == 1)
+        return Valor::deNumero(numeros[mitad]);
+    return Valor::deNumero((numeros[mitad - 1] + numeros[mitad]) * 0.5);
+}
+
+/// Ordenados, los números iguales quedan juntos y en el orden en que estaban; de los que más se
+/// repiten gana el menor, que es el primero.
+Valor moda(std::vector<Arg>& args, Evaluador&) {
+    std::vector<double> numeros;
+    ErrorCelda error{};
+    if (!recolectarNumeros(args, numeros, error))
+        return Valor::deError(error);
+    std::stable_sort(numeros.begin(), numeros.end(), numeroMenor);
+    double mejor = 0;
+    std::size_t mejorCuenta = 1;
+    for (std::size_t i = 0; i < numeros.size();) {
+        std::size_t fin = i + 1;
+        while (fin < numeros.size() && numeros[fin] == numeros[i])
+            ++fin;
+        if (fin - i > mejorCuenta) {
+            mejor = numeros[i];
+            mejorCuenta = fin - i;
+        }
+        i = fin;
+    }
+    if (mejorCuenta == 1)
+        return Valor::deError(ErrorCelda::ValorInvalido);
+    return Valor::deNumero(mejor);
+}
+
+Valor desviacion(std::vector<Arg>& args, Evaluador&) {
+    std::vector<double> numeros;
+    ErrorCelda error{};
+    if (!recolectarNumeros(args, numeros, error))
+        return Valor::deError(error);
+    if (numeros.size() < 2)
+        return Valor::deError(ErrorCelda::DivCero);
+    const auto cuenta = static_cast<double>(numeros.size());
+    double total = 0;
+    for (const double numero : numeros)
+        total += numero;
+    const double media = total / cuenta;
+    double cuadrados = 0;
+    for (const double numero : numeros)
+        cuadrados += (numero - media) * (numero - media);
+    return Valor::deNumero(std::sqrt(cuadrados / (cuenta - 1)));
+}
+
+Valor contar(std::vector<Arg>& args, Evaluador&) {
+    double cuenta = 0;
+    for (const Arg& arg : args) {
+        if (arg.esRango) {
+            recorrerCeldas(arg, [&](std::int64_t, const VistaValor& celda) {
+                cuenta += celda.tipo == TipoValor::Numero ? 1 : 0;
+                return true;
+            });
+        } else if (arg.valor.tipo == TipoValor::Numero || arg.valor.tipo == TipoValor::Logico) {
+            ++cuenta;
+        }
+    }
+    return Valor::deNumero(cuenta);
+}
+
+Valor contarOcupadas(std::vector<Arg>& args, Evaluador&) {
+    double cuenta = 0;
+    for (const Arg& arg : args) {
+        if (arg.esRango) {
+            recorrerCeldas(arg, [&](std::int64_t, const VistaValor& celda) {
+                cuenta += celda.tipo != TipoValor::Vacio ? 1 : 0;
+                return true;
+            });
+        } else if (arg.valor.tipo != TipoValor::Vacio) {
+            ++cuenta;
+        }
+    }
+    return Valor::deNumero(cuenta);
+}
+
+constexpr std::string_view kFamilia = "estadísticas";
+
+constexpr std::array kFunciones = {
+    Funcion{"PROMEDIO",
+            kFamilia,
+            "valor o rango; …",
+            "Media aritmética de los números.",
+            "=PROMEDIO(B2:B6)",
+            "23,2",
+            {},
+            promedio},
+    Funcion{"MEDIANA",
+            kFamilia,
+            "valor o rango; …",
+            "Número que queda en medio al ordenarlos, o la media de los dos centrales.",
+            "=MEDIANA(4;1;3;2)",
+            "2,5",
+            {},
+            mediana},
+    Funcion{"MODA",
+            kFamilia,
+            "valor o rango; …",
+            "Número que más se repite; si empatan varios, el menor.",
+            "=MODA(3;1;3;1;2)",
+            "1",
+            {},
+            moda},
+    Funcion{"CONTAR",
+            kFamilia,
+            "valor o rango; …",
+            "Cuántos números hay.",
+            "=CONTAR(A1:C6)",
+            "10",
+            {},
+            contar},
+    Funcion{"CONTARA",
+            kFamilia,
+            "valor o rango; …",
+            "Cuántos valores hay que no estén vacíos, sean de la clase que sean.",
+            "=CONTARA(A1:C6)",
+            "18",
+            {},
+            contarOcupadas},
+    Funcion{"MAX",
+            kFamilia,
+            "valor o rango; …",
+            "El mayor de los números; sin ninguno, 0.",
+            "=MAX(B2:B6)",
+            "42",
+            {},
+            maximo},
+    Funcion{"MIN",
+            kFamilia,
+            "valor o rango; …",
+            "El menor de los números; sin ninguno, 0.",
+            "=MIN(B2:B6)",
+            "8",
+            {},
+            minimo},
+    Funcion{"DESVEST",
+            kFamilia,
+            "valor o rango; …",
+            "Desviación estándar de una muestra de dos números o más.",
+            "=DESVEST(2;4;4;4;5;5;7;9)",
+            "2,138089935",
+            {},
+            desviacion},
+};
+
+} // namespace
+
+std::span<const Funcion> funcionesEstadisticas() {
+    return kFunciones;
+}
+
+} // namespace motor_formulas
