@@ -1,12 +1,13 @@
 #include "model/libro.h"
 
-#include <utility>
+#include <cstdint>
+#include <vector>
 
 namespace nucleo {
 
 void Libro::establecerPrecedentes(std::uint64_t clave,
                                   std::vector<std::uint64_t> precedentesNuevos) {
-    grafo_->establecerPrecedentes(clave, std::move(precedentesNuevos));
+    grafo_->establecerPrecedentes(clave, precedentesNuevos);
 }
 
 void Libro::quitarDependencias(std::uint64_t clave) {
