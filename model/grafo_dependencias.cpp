@@ -106,6 +106,7 @@ void GrafoDependencias::soltarReferencias(IdFormula formula) {
     for (std::uint32_t i = 0; i < f.cuenta; ++i)
         desenlazar(f.primera + i);
     soltarTirada(f.primera, f.cuenta);
+    ++version_;
     f.cuenta = 0;
     f.tomadasComoSeDieron = false;
     --conPrecedentes_;
@@ -154,6 +155,7 @@ void GrafoDependencias::establecerPrecedentes(std::uint64_t clave,
     f.primera = primera;
     f.cuenta = cuenta;
     f.tomadasComoSeDieron = true;
+    ++version_;
     ++conPrecedentes_;
 }
 
@@ -182,6 +184,7 @@ void GrafoDependencias::ponerBloques(IdFormula formula, std::span<const BloqueDe
     f.primera = primera;
     f.cuenta = cuenta;
     f.tomadasComoSeDieron = false;
+    ++version_;
     ++conPrecedentes_;
 }
 
@@ -207,6 +210,7 @@ void GrafoDependencias::limpiar() {
         libres.clear();
     rangos_.vaciar();
     lectoresDeRango_.resize(1);
+    ++version_;
     conPrecedentes_ = 0;
 }
 

@@ -47,6 +47,9 @@ class GrafoDependencias {
     /// Celdas que lee alguna fórmula, en orden. Enumera los rectángulos celda a celda.
     std::vector<std::uint64_t> celdasLeidas() const;
 
+    /// Cambia cada vez que cambian los precedentes de alguna fórmula.
+    std::uint64_t version() const { return version_; }
+
     // Lo que sigue es para quien recalcula: nombra las fórmulas por números seguidos.
 
     /// La fórmula de una celda, apuntada si no lo estaba aunque no lea nada.
@@ -136,6 +139,7 @@ class GrafoDependencias {
     std::vector<IdReferencia> lectoresDeRango_{0};
     std::size_t conPrecedentes_ = 0;
     std::uint32_t recorrido_ = 0;
+    std::uint64_t version_ = 0;
 };
 
 } // namespace nucleo

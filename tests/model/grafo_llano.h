@@ -1,14 +1,14 @@
 #pragma once
 
+#include "model/celda.h"
+#include "model/indice_rangos.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <map>
 #include <set>
 #include <span>
 #include <vector>
-
-#include "model/celda.h"
-#include "model/indice_rangos.h"
 
 namespace pruebas {
 

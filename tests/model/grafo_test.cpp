@@ -1,15 +1,15 @@
-#include <algorithm>
-#include <cstdint>
-#include <random>
-#include <stdexcept>
-#include <vector>
-
 #include "model/grafo_dependencias.h"
 #include "model/libro.h"
 #include "model/limites.h"
 #include "tests/model/grafo_llano.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <random>
+#include <stdexcept>
+#include <vector>
 
 namespace {
 
@@ -54,7 +54,8 @@ TEST(Grafo, SustituirNoDejaRastroDeLoAnterior) {
     libro.establecerPrecedentes(A2, {A1});
     libro.establecerPrecedentes(C1, {A2});
     EXPECT_EQ(libro.dependientes.count(B1), 0U);
-    EXPECT_EQ(Claves(libro.dependientes.at(A1).begin(), libro.dependientes.at(A1).end()), Claves{A2});
+    EXPECT_EQ(Claves(libro.dependientes.at(A1).begin(), libro.dependientes.at(A1).end()),
+              Claves{A2});
     libro.quitarDependencias(A2);
     EXPECT_EQ(libro.dependientes.count(A1), 0U);
     libro.quitarDependencias(A2);
@@ -97,10 +98,23 @@ TEST(Grafo, LasVistasSiguenAlLibroQueSeMueve) {
     EXPECT_EQ(otro.dependientes.at(A1).size(), 2U);
 }
 
+TEST(Grafo, LoQueUnaVistaDaSigueAlDia) {
+    Libro libro;
+    libro.establecerPrecedentes(C1, {A1});
+    const nucleo::ConjuntoLectores& lectores = libro.dependientes.at(A1);
+    const Claves& leidas = libro.precedentes.at(C1);
+    libro.establecerPrecedentes(B1, {A1});
+    libro.establecerPrecedentes(C1, {A2, A1});
+    EXPECT_EQ(&libro.dependientes.at(A1), &lectores);
+    EXPECT_EQ(&libro.precedentes.at(C1), &leidas);
+    EXPECT_EQ(lectores.size(), 2U);
+    EXPECT_EQ(leidas, (Claves{A2, A1}));
+}
+
 TEST(Grafo, GuardaClavesDeCualquierForma) {
     Libro libro;
-    const Claves raras = {~0ULL, 0, 5, 1ULL << 45, claveCelda(65535, 16777215, 65535),
-                          claveCelda(0, 70000, 3)};
+    const Claves raras = {
+        ~0ULL, 0, 5, 1ULL << 45, claveCelda(65535, 16777215, 65535), claveCelda(0, 70000, 3)};
     for (const std::uint64_t lectora : raras)
         libro.establecerPrecedentes(lectora, raras);
     EXPECT_EQ(libro.dependientes.size(), raras.size());
