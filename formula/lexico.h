@@ -51,6 +51,7 @@ class Lexico {
     }
 
   private:
+    void leerSimbolo(const char* p, Lexema& lexema);
     void leerNumero(const char* p, Lexema& lexema);
     void leerTexto(const char* p, Lexema& lexema);
     void leerError(const char* p, Lexema& lexema);
@@ -67,6 +68,9 @@ class Lexico {
 
 /// Lee una dirección completa, sin hoja. Falso si el texto no lo es o cae fuera de la cuadrícula.
 bool leerDireccion(std::string_view texto, Direccion& direccion);
+
+/// Escribe una dirección en la sintaxis de las fórmulas, con su hoja si no es vacía.
+void agregarReferencia(std::string& salida, std::string_view hoja, const Direccion& direccion);
 
 /// El contenido de un texto literal (sin sus comillas de los extremos) con `""` reducido a `"`,
 /// añadido al final de `salida`.

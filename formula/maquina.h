@@ -3,6 +3,7 @@
 #include "formula/arg.h"
 #include "formula/codigo.h"
 #include "formula/evaluador.h"
+#include "formula/vista_valor.h"
 #include "model/valor.h"
 
 #include <array>
@@ -10,6 +11,7 @@
 #include <cstdint>
 #include <deque>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace motor_formulas {
@@ -19,31 +21,53 @@ namespace motor_formulas {
 class Maquina {
   public:
     /// El valor de una fórmula compilada con el libro y la hoja del evaluador. No recalcula ninguna
-    /// celda y no gasta pila por el anidamiento.
+    /// celda y no gasta pila por el anidamiento. No puede llamarse otra vez desde una función que
+    /// esta misma máquina esté calculando.
     nucleo::Valor ejecutar(const Codigo& codigo, Evaluador& evaluador);
 
   private:
-    /// Valor en la pila. Los textos se señalan: están en el libro, en el código o en `propios_`.
+    /// Valor en la pila. Un texto está en el libro, en el código o, si es propio, en `propios_`;
+    /// las clases que no son `Rango` coinciden con `TipoValor`.
     struct Elemento {
         enum class Clase : std::uint8_t { Vacio, Numero, Texto, Logico, Error, Rango };
         Clase clase = Clase::Vacio;
-        bool propio = false; ///< el texto es de `propios_`
+        bool propio = false; ///< solo de un texto
         bool logico = false;
         nucleo::ErrorCelda error = nucleo::ErrorCelda::Ninguno;
         std::uint32_t referencia = 0; ///< de un rango
         union {
             double numero = 0;
-            const char* inicio;
+            const char* inicio; ///< de un texto
         };
         std::size_t largo = 0;
+
+        void ponerNumero(double valor);
+        void ponerFinito(double valor);
+        void ponerLogico(bool valor);
+        void ponerError(nucleo::ErrorCelda codigo);
+        void ponerTexto(std::string_view valor, bool esPropio);
+        void ponerVista(const VistaValor& valor);
+        VistaValor vista() const;
     };
 
+    void operarUnaria(Operacion operacion, Elemento& operando);
+    void operarBinaria(Operacion operacion, Elemento& izquierdo, Elemento& derecho);
+    void concatenar(Elemento& izquierdo, Elemento& derecho);
+    void llamar(const Instruccion& llamada, Elemento* primero, const Codigo& codigo,
+                Evaluador& evaluador);
+    std::vector<Arg>& prepararArgumentos(Elemento* primero, std::size_t cuantos,
+                                         const Codigo& codigo, const nucleo::Libro& libro);
+    void ponerTextoPropio(Elemento& elemento, std::string texto);
+    void soltar(const Elemento& elemento);
+    std::size_t contarPropios(const Elemento* primero, const Elemento* fin) const;
+    nucleo::Valor resultado(const Elemento& elemento);
+
     std::vector<Elemento> pila_;
-    /// Textos calculados, en el mismo orden en que están en la pila.
+    /// Los textos calculados que están en la pila, en su mismo orden.
     std::deque<std::string> propios_;
-    /// Argumentos de la llamada en curso, por su número, para que reutilizarlos no cambie el tamaño
-    /// de ningún vector.
-    std::array<std::vector<Arg>, 6> argumentos_;
+    /// Argumentos de la llamada en curso: por su número, para que reutilizarlos no cambie el tamaño
+    /// de ningún vector; el último sirve a todas las llamadas largas.
+    std::array<std::vector<Arg>, 8> argumentos_;
 };
 
 /// Ejecuta el código una vez; para una fórmula suelta.

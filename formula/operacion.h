@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 namespace motor_formulas {
 
@@ -86,6 +87,19 @@ constexpr const char* textoOperacion(Operacion operacion) {
     default:
         return "";
     }
+}
+
+/// La operación de ese tramo que se escribe así; `OperadorDesconocido` si ninguna.
+constexpr Operacion operacionEntre(std::string_view texto, Operacion primera, Operacion ultima) {
+    for (auto i = static_cast<int>(primera); i <= static_cast<int>(ultima); ++i) {
+        if (texto == textoOperacion(static_cast<Operacion>(i)))
+            return static_cast<Operacion>(i);
+    }
+    return Operacion::OperadorDesconocido;
+}
+
+constexpr Operacion binariaDe(std::string_view texto) {
+    return operacionEntre(texto, Operacion::Suma, Operacion::MayorIgual);
 }
 
 } // namespace motor_formulas
