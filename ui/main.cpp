@@ -1,33 +1,4 @@
-#include "ui/guardia_sesion.h"
-#include "ui/preparar_aplicacion.h"
-#include "ui/ventana_principal.h"
-
-#include <QApplication>
-#include <QFileInfo>
-
-/// Entrada del programa: muestra la ventana, abre el libro del primer argumento si existe y atiende
-/// los eventos hasta que se cierra.
-int qMain(int argc, char* argv[]) {
-    QApplication aplicacion(argc, argv);
-    interfaz::prepararAplicacion(aplicacion);
-    QGuiApplication::setDesktopFileName(QStringLiteral("org.quenda.Marnel"));
-
-    interfaz::GuardiaSesion guardia;
-    QObject::connect(&guardia, &interfaz::GuardiaSesion::terminar, &aplicacion,
-                     [] { QCoreApplication::exit(0); });
-    interfaz::VentanaPrincipal ventana;
-    QObject::connect(&guardia, &interfaz::GuardiaSesion::terminar, &ventana,
-                     &interfaz::VentanaPrincipal::ponerASalvo);
-    ventana.showMaximized();
-    if (argc > 1 && !guardia.terminoPedido()) {
-        const QString ruta = QString::fromLocal8Bit(argv[1]);
-        if (QFileInfo::exists(ruta)) {
-            ventana.abrirArchivo(ruta);
-        }
-    }
-    // Un aviso que llegó durante una pregunta ya cerró su bucle, pero no este.
-    return guardia.terminoPedido() ? 0 : QApplication::exec();
-}
+#include "ui/programa.h"
 
 int main(int argc, char* argv[]) {
     return qMain(argc, argv);

@@ -37,6 +37,8 @@ void prepararAplicacion(QApplication& aplicacion) {
     QCoreApplication::setApplicationName(QStringLiteral("Marnel"));
     QCoreApplication::setApplicationVersion(QStringLiteral("1.0"));
     QCoreApplication::setOrganizationName(QStringLiteral("Velora"));
+    // El escritorio une la ventana con su icono y su grupo por este nombre.
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.quenda.Marnel"));
     registrarRecursos();
     QApplication::setWindowIcon(iconoAplicacion());
     // Las hojas de estilo cuentan con este estilo, cualquiera que sea el del escritorio.
