@@ -30,7 +30,8 @@ void escribirLibro(EscritorBytes& salida, const Libro& libro);
 
 // Lectores: falso a la primera lectura corta o cuenta por encima de su máximo.
 bool leerTextoContado(LectorBytes& entrada, std::string& texto);
-bool leerRegistroCelda(LectorBytes& entrada, AlmacenCeldas& celdas);
+/// Lo leído queda en el almacén cuando se llama a `terminar`.
+bool leerRegistroCelda(LectorBytes& entrada, AlmacenCeldas::Anexador& celdas);
 bool leerRegistroHoja(LectorBytes& entrada, Hoja& hoja);
 /// Lee la cabecera y todas las hojas; `activa` queda como esté escrita.
 bool leerLibro(LectorBytes& entrada, std::vector<std::unique_ptr<Hoja>>& hojas,

@@ -75,22 +75,23 @@ bool leerTextoContado(LectorBytes& entrada, std::string& texto) {
     return leerCuenta(entrada, kMaximoTexto, largo) && entrada.leerTexto(texto, largo);
 }
 
-bool leerRegistroCelda(LectorBytes& entrada, AlmacenCeldas& celdas) {
+bool leerRegistroCelda(LectorBytes& entrada, AlmacenCeldas::Anexador& celdas) {
     const unsigned char* inicio = entrada.tomar(kInicioCelda);
     if (inicio == nullptr)
         return false;
     const auto clave = LectorBytes::desempaquetar<std::uint64_t>(inicio);
-    Celda celda;
-    celda.tipo = static_cast<TipoCelda>(inicio[8]);
     const auto largo = LectorBytes::desempaquetar<std::uint32_t>(inicio + 9);
-    if (largo > kMaximoTexto || !entrada.leerTexto(celda.entrada, largo))
+    if (largo > kMaximoTexto)
+        return false;
+    Celda& celda = celdas.anexar(clave);
+    celda.tipo = static_cast<TipoCelda>(inicio[8]);
+    if (!entrada.leerTexto(celda.entrada, largo))
         return false;
     const unsigned char* cola = entrada.tomar(kColaCelda);
     if (cola == nullptr)
         return false;
     celda.numero = std::bit_cast<double>(LectorBytes::desempaquetar<std::uint64_t>(cola));
     celda.formato = formatoDe(cola + 8);
-    celdas.insert_or_assign(clave, std::move(celda));
     return true;
 }
 
@@ -101,10 +102,12 @@ bool leerRegistroHoja(LectorBytes& entrada, Hoja& hoja) {
         !leerTamanos(entrada, hoja.altos) || !leerFusiones(entrada, hoja.fusiones) ||
         !leerCuenta(entrada, kMaximoCeldas, cuentaCeldas))
         return false;
+    AlmacenCeldas::Anexador celdas(hoja.celdas);
     for (std::uint32_t i = 0; i < cuentaCeldas; ++i) {
-        if (!leerRegistroCelda(entrada, hoja.celdas))
+        if (!leerRegistroCelda(entrada, celdas))
             return false;
     }
+    celdas.terminar();
     return true;
 }
 

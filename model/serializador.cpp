@@ -68,7 +68,15 @@ bool Serializador::leerHoja(std::FILE* archivo, Hoja& hoja, std::uint32_t /*vers
 
 bool Serializador::leerCelda(std::FILE* archivo, Hoja& hoja, std::uint32_t /*version*/) {
     LectorBytes entrada(archivo, LectorBytes::Modo::Justo);
-    return leerRegistroCelda(entrada, hoja.celdas);
+    AlmacenCeldas aparte; // un registro a medias no debe llegar a la hoja
+    AlmacenCeldas::Anexador celdas(aparte);
+    if (!leerRegistroCelda(entrada, celdas))
+        return false;
+    celdas.terminar();
+    aparte.recorrer([&](std::uint64_t clave, const Celda& celda) {
+        hoja.celdas.insert_or_assign(clave, celda);
+    });
+    return true;
 }
 
 } // namespace nucleo
