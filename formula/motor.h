@@ -1,18 +1,26 @@
 #pragma once
 
-#include <cstdint>
-#include <string>
-#include <vector>
-
 #include "model/libro.h"
 #include "model/valor.h"
 
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
 namespace motor_formulas {
+
+class Recalculo;
 
 /// La entrada única por la que se escriben las celdas y se mantienen al día las fórmulas.
 class Motor {
   public:
     explicit Motor(nucleo::Libro& libro);
+    ~Motor();
+    Motor(const Motor&) = delete;
+    Motor& operator=(const Motor&) = delete;
 
     /// Escribe el contenido de una celda y recalcula lo que depende de ella. El texto vacío la
     /// vacía; una hoja que no existe no hace nada.
@@ -53,7 +61,15 @@ class Motor {
     void renombrarHoja(int hoja, const std::string& nuevoNombre);
 
   private:
+    void recalcularTrasEscribir(std::uint64_t clave);
+    void recalcularPendientes();
+    /// Cambia el texto de las fórmulas para las que `reescribir(texto, hoja)` da otro; el texto va
+    /// sin su "=".
+    void reescribirFormulas(
+        const std::function<std::string(std::string_view, const nucleo::Hoja&)>& reescribir);
+
     nucleo::Libro& libro_;
+    std::unique_ptr<Recalculo> recalculo_;
     int lotesAbiertos_ = 0;
     std::vector<std::uint64_t> pendientes_; ///< celdas escritas en el lote en curso
 };
