@@ -14,9 +14,12 @@ class QPainter;
 
 namespace nucleo {
 class Hoja;
-}
+struct RangoFusion;
+} // namespace nucleo
 
 namespace renderizador {
+
+class EjeVista;
 
 inline constexpr int kAnchoEncabezado = 48; ///< franja de números de fila; el zoom no la cambia
 inline constexpr int kAltoEncabezado = 26;  ///< franja de letras de columna; el zoom no la cambia
@@ -58,8 +61,8 @@ class Renderizador {
 
       private:
         const Renderizador& renderizador_;
+        const Ejes* anteriores_;
         Ejes ejes_;
-        bool propio_;
     };
 
     // Tamaños y posiciones, en píxeles de la vista
@@ -100,6 +103,12 @@ class Renderizador {
                             const SeleccionVista& seleccion) const;
 
   private:
+    const Ejes* ejesVivos() const;
+    // Solo con hoja
+    EjeVista ejeColumnas() const;
+    EjeVista ejeFilas() const;
+    QRect rectFusion(const nucleo::RangoFusion& fusion) const;
+
     RefEjes ejes_; ///< los del `Fotograma` vivo, si lo hay
 };
 
