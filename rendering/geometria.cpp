@@ -34,7 +34,9 @@ QRect rectangulo(std::int64_t x, std::int64_t y, std::int64_t ancho, std::int64_
 }
 
 /// NaN es igual a sí mismo: también con él vale el índice del fotograma.
-bool mismoZoom(double uno, double otro) { return uno == otro || (uno != uno && otro != otro); }
+bool mismoZoom(double uno, double otro) {
+    return uno == otro || (uno != uno && otro != otro);
+}
 
 bool cercaDelBorde(std::int64_t punto, std::int64_t borde) {
     return std::abs(punto - borde) < kToleranciaBorde;
@@ -61,9 +63,7 @@ Renderizador::Fotograma::~Fotograma() {
 
 const Ejes* Renderizador::ejesVivos() const {
     const Ejes* ejes = ejes_.get();
-    return ejes != nullptr && ejes->hoja == hoja && mismoZoom(ejes->zoom, zoom)
-               ? ejes
-               : nullptr;
+    return ejes != nullptr && ejes->hoja == hoja && mismoZoom(ejes->zoom, zoom) ? ejes : nullptr;
 }
 
 EjeVista Renderizador::ejeColumnas() const {

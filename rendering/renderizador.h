@@ -20,6 +20,8 @@ struct RangoFusion;
 namespace renderizador {
 
 class EjeVista;
+class LoteCeldas;
+struct Region;
 
 inline constexpr int kAnchoEncabezado = 48; ///< franja de números de fila; el zoom no la cambia
 inline constexpr int kAltoEncabezado = 26;  ///< franja de letras de columna; el zoom no la cambia
@@ -108,6 +110,10 @@ class Renderizador {
     EjeVista ejeColumnas() const;
     EjeVista ejeFilas() const;
     QRect rectFusion(const nucleo::RangoFusion& fusion) const;
+    void dibujarRegion(QPainter& pintor, const Region& region, LoteCeldas& lote) const;
+    /// Lo que toca a la región de la selección; quien llama ya ha recortado a ella.
+    void seleccionEnRegion(QPainter& pintor, const Region& region,
+                           const SeleccionVista& seleccion) const;
 
     RefEjes ejes_; ///< los del `Fotograma` vivo, si lo hay
 };
