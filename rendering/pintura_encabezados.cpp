@@ -17,15 +17,15 @@ namespace renderizador {
 namespace {
 
 constexpr int kMargenRotulo = 5;
+constexpr int kAire = 3; ///< lo menos que queda entre un rótulo y el final de su franja
 
 /// Las franjas no crecen con el zoom: la letra mengua hasta que quepa en ellas el mayor rótulo, y
 /// así no cambia de tamaño al desplazarse.
 QFont letraRotulos(const QFont& base) {
     const QFontMetricsF metrica(base);
-    const double anchoMayor =
-        metrica.horizontalAdvance(QString::number(nucleo::kFilas)) + 2 * kMargenRotulo;
-    const double proporcion =
-        std::min({1.0, (kAltoEncabezado - 2) / metrica.height(), kAnchoEncabezado / anchoMayor});
+    const double anchoMayor = metrica.horizontalAdvance(QString::number(nucleo::kFilas));
+    const double proporcion = std::min({1.0, (kAltoEncabezado - kAire) / metrica.height(),
+                                        (kAnchoEncabezado - kMargenRotulo - kAire) / anchoMayor});
     QFont letra = base;
     if (proporcion < 1.0 && base.pointSizeF() > 0) {
         letra.setPointSizeF(base.pointSizeF() * proporcion);
