@@ -2,14 +2,15 @@
 
 #include "rendering/renderizador.h"
 #include "rendering/tema.h"
+#include "ui/avisos_accesibles.h"
 
 #include <QAbstractScrollArea>
 #include <QString>
 
 #include <cstdint>
+#include <string>
 
 class QLineEdit;
-class QMenu;
 
 namespace nucleo {
 class Libro;
@@ -42,6 +43,8 @@ class WidgetHoja : public QAbstractScrollArea {
     /// Verdadero mientras el editor de celda está abierto.
     bool editando() const;
     QLineEdit* editorCelda() const { return editorCelda_; }
+    const nucleo::Libro& libro() const { return libro_; }
+    editor::Editor& editor() const { return editor_; }
 
     void establecerTema(const renderizador::Tema& tema);
     /// Acota el porcentaje a 50..200.
@@ -72,12 +75,10 @@ class WidgetHoja : public QAbstractScrollArea {
     void libroModificado();
     void edicionTerminada();
     void textoEdicionCambiado(QString texto);
-    /// Se ha pedido otro zoom con Ctrl y la rueda; quien lleva el zoom llama a `establecerZoom`.
+    /// El zoom ha cambiado con Ctrl y la rueda.
     void zoomPedido(int porcentaje);
 
   protected:
-    bool event(QEvent* evento) override;
-    bool viewportEvent(QEvent* evento) override;
     void paintEvent(QPaintEvent* evento) override;
     void mousePressEvent(QMouseEvent* evento) override;
     void mouseMoveEvent(QMouseEvent* evento) override;
@@ -85,6 +86,8 @@ class WidgetHoja : public QAbstractScrollArea {
     void mouseDoubleClickEvent(QMouseEvent* evento) override;
     void wheelEvent(QWheelEvent* evento) override;
     void keyPressEvent(QKeyEvent* evento) override;
+    /// El tabulador mueve la celda activa, no el foco.
+    bool focusNextPrevChild(bool siguiente) override;
     void contextMenuEvent(QContextMenuEvent* evento) override;
     void resizeEvent(QResizeEvent* evento) override;
     void scrollContentsBy(int dx, int dy) override;
@@ -95,27 +98,42 @@ class WidgetHoja : public QAbstractScrollArea {
   private:
     /// Dónde empezó la edición pendiente: ahí se escribe, aunque la selección o la hoja cambien.
     struct CeldaEnEdicion {
-        int hoja = -1;
+        int hoja = 0;
         int fila = 0;
         int col = 0;
+        std::string entrada; ///< lo que tenía la celda, tal cual, si el editor empezó por ello
     };
 
     const nucleo::Hoja* hojaActiva() const;
     void prepararRenderizador() const;
+    /// El rectángulo de la celda activa que se ve, en píxeles de la vista.
+    QRect rectActivaVisible() const;
     void actualizarScrollbars();
     /// Barras, editor de celda y pintura.
     void ponerAlDia();
+    /// Avisa a la ventana y a los lectores de pantalla de que la selección ha cambiado.
+    void notificarSeleccion();
+    void avisarLectores();
+
+    // Edición
     void posicionarEditorCelda();
     void aplicarEstiloEditorCelda();
-    void abrirEditor();
-    void cerrarEditor(bool devolverFoco);
+    void abrirEditor(const QString& texto);
+    void cerrarEditor();
+    void escribirEdicion(const QString& texto);
     QString textoCeldaActiva() const;
+    bool moverConTecla(const QKeyEvent& evento);
     void mover(int dFila, int dCol, bool extender);
-    void seleccionMovida();
+    void irAlInicio(bool hoja);
+
+    // Ratón
+    bool empezarRedimension(const QPoint& punto);
+    bool seleccionarEncabezado(const QPoint& punto);
     void redimensionar(const QPoint& punto);
     void actualizarCursor(const QPoint& punto);
+    /// El menú se abre sobre lo seleccionado; fuera de ello, selecciona la celda del punto.
+    void seleccionarParaMenu(const QPoint& punto);
     void ejecutarAccion(const QString& id);
-    bool copiarAlPortapapeles();
 
     nucleo::Libro& libro_;
     editor::Editor& editor_;
@@ -130,6 +148,8 @@ class WidgetHoja : public QAbstractScrollArea {
     int inicioArrastre_ = 0; ///< x o y de la pulsación que empezó a redimensionar
     int tamanoInicial_ = 0;  ///< tamaño sin zoom al empezar a redimensionar
     CeldaEnEdicion enEdicion_;
+    int ruedaPendiente_ = 0; ///< giro de la rueda que aún no llega a un paso de zoom
+    AvisosAccesibles avisos_{*this};
 };
 
 } // namespace interfaz
