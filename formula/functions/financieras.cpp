@@ -167,7 +167,7 @@ constexpr std::array kFunciones = {
             "tasa; periodos; pago; [valor actual]; [al principio]",
             "Valor futuro de una serie de pagos iguales.",
             "=VF(1%;12;-100)",
-            "1268,25030131969",
+            "1268,250301",
             {3, 5},
             valorFuturo},
     Funcion{"VA",

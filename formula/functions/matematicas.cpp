@@ -103,7 +103,7 @@ constexpr std::array kFunciones = {
     Funcion{"REDONDEAR",
             kFamilia,
             "número; decimales",
-            "Redondea a un número de decimales; si es negativo, a decenas, centenas…",
+            "Redondea a un número de decimales; si es negativo, a decenas, centenas y más.",
             "=REDONDEAR(1234,5678;2)",
             "1234,57",
             {2, 2},
