@@ -1,0 +1,23 @@
+#pragma once
+
+#include "model/libro.h"
+
+#include <string>
+
+namespace pruebas {
+
+/// Lo que se exige a un libro además de lo que se cumple siempre.
+struct Exigencias {
+    /// Fusiones normalizadas, dentro de la cuadrícula, de más de una celda y sin solaparse: las que
+    /// hace el editor. Las de un archivo pueden ser cualesquiera.
+    bool fusionesDelEditor = true;
+    /// Cada fórmula muestra lo que mostraría un recálculo completo. No vale con fórmulas que leen
+    /// un bloque mayor que el máximo de precedentes, ni con las que miran el reloj o el azar.
+    bool valoresAlDia = true;
+};
+
+/// El primer invariante que el libro no cumple, dicho en una frase; vacío si los cumple todos. Mira
+/// hojas, almacenes de celdas, extensión usada, fusiones, grafo en los dos sentidos y valores.
+std::string defectoDelLibro(nucleo::Libro& libro, const Exigencias& exigencias = {});
+
+} // namespace pruebas
