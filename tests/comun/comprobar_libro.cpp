@@ -53,8 +53,8 @@ std::string defectoDelAlmacen(const Hoja& hoja) {
             return "la celda recorrida no es la que se encuentra: clave " + std::to_string(clave);
     }
     if (vistas != hoja.celdas.size())
-        return hoja.nombre + " dice tener " + std::to_string(hoja.celdas.size()) + " celdas y son " +
-               std::to_string(vistas);
+        return hoja.nombre + " dice tener " + std::to_string(hoja.celdas.size()) +
+               " celdas y son " + std::to_string(vistas);
     return hoja.celdas.comprobar();
 }
 
@@ -109,8 +109,8 @@ std::string defectoDelGrafo(Libro& libro) {
             if (celda.tipo != TipoCelda::Formula)
                 continue;
             const int indice = static_cast<int>(i);
-            const std::uint64_t clave = nucleo::claveCelda(
-                indice, nucleo::filaDeClaveLocal(local), nucleo::columnaDeClaveLocal(local));
+            const std::uint64_t clave = nucleo::claveCelda(indice, nucleo::filaDeClaveLocal(local),
+                                                           nucleo::columnaDeClaveLocal(local));
             const auto leidas = motor.extraerPrecedentes(indice, celda.entrada);
             if (libro.precedentes.count(clave) != (leidas.empty() ? 0U : 1U))
                 return lugar(libro, clave) + " sobra o falta en precedentes";

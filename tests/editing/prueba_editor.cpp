@@ -84,8 +84,12 @@ std::string PruebaEditor::seleccion() const {
            nucleo::nombreRef(s.activaFila, s.activaCol);
 }
 
-std::vector<nucleo::Hoja> PruebaEditor::copiaDeHojas() const { return editor.capturar().hojas; }
+std::vector<nucleo::Hoja> PruebaEditor::copiaDeHojas() const {
+    return editor.capturar().hojas;
+}
 
-void PruebaEditor::TearDown() { EXPECT_EQ(defectoDelLibro(libro, exigencias), ""); }
+void PruebaEditor::TearDown() {
+    EXPECT_EQ(defectoDelLibro(libro, exigencias), "");
+}
 
 } // namespace pruebas

@@ -72,9 +72,9 @@ TEST_F(Estilo, LosDecimalesPartenDeGeneralYSeAcotan) {
         int antes, delta, despues;
     };
     const Caso casos[] = {
-        {0, -1, 0},        {1, -1, 0},        {9, 1, 10},          {10, 1, 10},
-        {2, INT_MAX, 10},  {2, INT_MIN, 0},   {255, -1, 10},       {255, INT_MAX, 10},
-        {255, INT_MIN, 0}, {200, -195, 5},    {3, 0, 3},
+        {0, -1, 0},        {1, -1, 0},      {9, 1, 10},    {10, 1, 10},
+        {2, INT_MAX, 10},  {2, INT_MIN, 0}, {255, -1, 10}, {255, INT_MAX, 10},
+        {255, INT_MIN, 0}, {200, -195, 5},  {3, 0, 3},
     };
     for (const Caso& caso : casos) {
         hoja().celdaMut(0, 0).formato.decimales = static_cast<std::uint8_t>(caso.antes);

@@ -2,6 +2,7 @@
 #include "tests/editing/prueba_editor.h"
 
 #include <climits>
+
 #include <optional>
 
 namespace pruebas {

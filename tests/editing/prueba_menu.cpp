@@ -109,8 +109,7 @@ TEST_F(Menu, InsertarDejaLaSeleccionDondeEstaba) {
         for (const auto& [ref, texto] : caso.esperadas)
             EXPECT_EQ(entrada(ref), texto) << caso.id << " " << ref;
         EXPECT_EQ(hoja().celdas.size(), 5U) << caso.id;
-        EXPECT_EQ(entrada(caso.id[9] == 'f' ? "A11" : "A9"),
-                  "=" + caso.esperadas.rbegin()->first)
+        EXPECT_EQ(entrada(caso.id[9] == 'f' ? "A11" : "A9"), "=" + caso.esperadas.rbegin()->first)
             << caso.id;
         EXPECT_EQ(editor.pasosDeshacer(), std::min<std::size_t>(pasos + 1, 15)) << caso.id;
     }

@@ -81,8 +81,7 @@ TEST_F(Portapapeles, PegarLlevaElFormatoYNoBorraBajoLosHuecos) {
     hoja().celdaMut(4, 3).formato.cursiva = true;
     seleccionar("F9:D5");
     editor.pegar();
-    EXPECT_EQ(entradas("D5:E7"),
-              (std::vector<std::string>{"1", "previa", "previa", "2", "", ""}));
+    EXPECT_EQ(entradas("D5:E7"), (std::vector<std::string>{"1", "previa", "previa", "2", "", ""}));
     EXPECT_TRUE(celda("D5")->formato.negrita);
     EXPECT_FALSE(celda("D5")->formato.cursiva);
     ASSERT_NE(celda("D7"), nullptr);
@@ -127,7 +126,7 @@ TEST_F(Portapapeles, SoloSeCopianLasFusionesEnterasDentro) {
     ASSERT_TRUE(hoja().fusionar(0, 0, 1, 1));
     ASSERT_TRUE(hoja().fusionar(3, 0, 3, 5));
     ASSERT_TRUE(hoja().fusionar(2, 2, 2, 3));
-    seleccionar("D4:A1"); // deja fuera parte de A4:F4
+    seleccionar("A1:D4"); // deja fuera parte de A4:F4
     editor.copiar();
     seleccionar("H10");
     editor.pegar();
@@ -282,8 +281,7 @@ TEST_F(PegarTexto, LosSaltosYLosRetornosSeLeenComoSeEspera) {
         {" a ", {" a ", "·", "·", "·", "·", "·", "·", "·", "·"}},
     };
     for (const Caso& caso : casos) {
-        for (const char* ref :
-             {"C3", "D3", "E3", "C4", "D4", "E4", "C5", "D5", "E5", "C6", "F3"})
+        for (const char* ref : {"C3", "D3", "E3", "C4", "D4", "E4", "C5", "D5", "E5", "C6", "F3"})
             poner(ref, "·");
         seleccionar("D6:C3");
         editor.pegarTSV(caso.texto);

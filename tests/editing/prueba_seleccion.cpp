@@ -1,7 +1,8 @@
 #include "tests/editing/prueba_editor.h"
 
-#include <algorithm>
 #include <climits>
+
+#include <algorithm>
 
 namespace pruebas {
 
@@ -129,9 +130,8 @@ TEST_F(MoverActiva, SaleDeUnaFusionEnLaDireccionDelMovimiento) {
         const char* esperada;
     };
     const Caso casos[] = {
-        {1, 0, "C4:C4"},  {-1, 0, "C1:C1"}, {0, 1, "D3:D3"},
-        {0, -1, "A3:A3"}, {3, 0, "C6:C6"},  {1, 1, "D4:D4"},
-        {-1, -1, "A1:A1"}, {0, 0, "B2:C3"}, {-9, 0, "C1:C1"},
+        {1, 0, "C4:C4"}, {-1, 0, "C1:C1"},  {0, 1, "D3:D3"}, {0, -1, "A3:A3"}, {3, 0, "C6:C6"},
+        {1, 1, "D4:D4"}, {-1, -1, "A1:A1"}, {0, 0, "B2:C3"}, {-9, 0, "C1:C1"},
     };
     for (const Caso& caso : casos) {
         editor.seleccionar(2, 2);
@@ -185,8 +185,9 @@ TEST_F(Claves, SonLasDeLasCeldasQueExistenDentro) {
     seleccionar("C3:B2");
     std::vector<std::uint64_t> claves = editor.clavesEnSeleccion();
     std::sort(claves.begin(), claves.end());
-    EXPECT_EQ(claves, (std::vector<std::uint64_t>{nucleo::claveLocal(1, 1), nucleo::claveLocal(2, 1),
-                                                  nucleo::claveLocal(2, 2)}));
+    EXPECT_EQ(claves,
+              (std::vector<std::uint64_t>{nucleo::claveLocal(1, 1), nucleo::claveLocal(2, 1),
+                                          nucleo::claveLocal(2, 2)}));
 }
 
 TEST_F(Claves, UnaSeleccionVaciaNoTieneNinguna) {

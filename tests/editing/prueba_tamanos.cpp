@@ -1,6 +1,7 @@
 #include "tests/editing/prueba_editor.h"
 
 #include <climits>
+
 #include <map>
 
 namespace pruebas {
@@ -91,14 +92,12 @@ TEST_F(Tamanos, VuelvenConLasColumnasEliminadas) {
     editor.redimensionarColumna(2, 204);
     editor.redimensionarColumna(0, 200);
     editor.deshacer();
-    EXPECT_EQ(anchos(),
-              (Mapa{{0, 200}, {1, 101}, {2, 102}, {3, 103}, {4, 204}, {5, 105}}));
+    EXPECT_EQ(anchos(), (Mapa{{0, 200}, {1, 101}, {2, 102}, {3, 103}, {4, 204}, {5, 105}}));
     editor.redimensionarColumna(3, 303);
     editor.rehacer();
     EXPECT_EQ(anchos(), (Mapa{{0, 200}, {1, 101}, {2, 204}, {3, 105}}));
     editor.deshacer();
-    EXPECT_EQ(anchos(),
-              (Mapa{{0, 200}, {1, 101}, {2, 102}, {3, 303}, {4, 204}, {5, 105}}));
+    EXPECT_EQ(anchos(), (Mapa{{0, 200}, {1, 101}, {2, 102}, {3, 303}, {4, 204}, {5, 105}}));
 }
 
 TEST_F(Tamanos, UnaFilaNuncaExistioAntesDeInsertarla) {
