@@ -195,8 +195,10 @@ std::string defectoDelLibro(Libro& libro, const Exigencias& exigencias) {
         if (std::string defecto = defectoDeFusiones(*hoja); !defecto.empty())
             return defecto;
     }
-    if (std::string defecto = defectoDelGrafo(libro); !defecto.empty())
-        return defecto;
+    if (exigencias.grafo) {
+        if (std::string defecto = defectoDelGrafo(libro); !defecto.empty())
+            return defecto;
+    }
     return exigencias.valoresAlDia ? defectoDeValores(libro) : std::string{};
 }
 

@@ -14,6 +14,9 @@ struct Exigencias {
     /// Cada fórmula muestra lo que mostraría un recálculo completo. No vale con fórmulas que leen
     /// un bloque mayor que el máximo de precedentes, ni con las que miran el reloj o el azar.
     bool valoresAlDia = true;
+    /// El grafo dice en los dos sentidos lo que dicen los textos. Se mira celda a celda: no es para
+    /// fórmulas que leen bloques grandes.
+    bool grafo = true;
 };
 
 /// El primer invariante que el libro no cumple, dicho en una frase; vacío si los cumple todos. Mira
