@@ -113,4 +113,17 @@ std::string diferencia(const HojaLlana& una, const HojaLlana& otra) {
     return una.nombre + ": filas o columnas inmovilizadas";
 }
 
+std::string diferencia(const std::vector<nucleo::Hoja>& unas,
+                       const std::vector<nucleo::Hoja>& otras) {
+    if (unas.size() != otras.size())
+        return "hay " + std::to_string(unas.size()) + " hojas y " + std::to_string(otras.size());
+    for (std::size_t i = 0; i < unas.size(); ++i) {
+        if (unas[i] == otras[i])
+            continue;
+        const std::string celdas = diferencia(copiaLlana(unas[i]), copiaLlana(otras[i]));
+        return celdas.empty() ? unas[i].nombre + ": los tamaños" : celdas;
+    }
+    return {};
+}
+
 } // namespace pruebas

@@ -74,5 +74,8 @@ std::vector<HojaLlana> copiaLlana(const nucleo::Libro& libro);
 
 /// En qué se diferencian dos hojas, para leerlo en el fallo de una prueba; vacío si son iguales.
 std::string diferencia(const HojaLlana& una, const HojaLlana& otra);
+/// Lo mismo de dos listas de hojas, tamaños incluidos.
+std::string diferencia(const std::vector<nucleo::Hoja>& unas,
+                       const std::vector<nucleo::Hoja>& otras);
 
 } // namespace pruebas

@@ -38,6 +38,8 @@ class Azar {
         Foto antes = presente_;
         const bool registra = operar();
         antes.seleccion = seleccionAlOperar_;
+        EXPECT_EQ(defectoDelLibro(libro_), "") << ultima_;
+        asentarCirculos();
         fotografiar();
         if (registra)
             llano_.registrar(antes);
@@ -362,6 +364,20 @@ class Azar {
         default:
             libro_.hojaActiva = hasta(cuantas);
             editor_.seleccionar(0, 0);
+        }
+    }
+
+    /// Con un ciclo a la vista, lo que se acaba de escribir detrás puede mostrar otra cosa que tras
+    /// deshacer y rehacer, que recalculan todo: se recalcula también ahora.
+    void asentarCirculos() {
+        const nucleo::Valor circular = nucleo::Valor::deError(nucleo::ErrorCelda::Circular);
+        for (const auto& hoja : libro_.hojas) {
+            for (const auto& [clave, celda] : hoja->celdas) {
+                if (celda.valor == circular) {
+                    motor_.recalcularTodo();
+                    return;
+                }
+            }
         }
     }
 

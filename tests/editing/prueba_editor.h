@@ -4,6 +4,7 @@
 #include "formula/motor.h"
 #include "model/libro.h"
 #include "tests/comun/comprobar_libro.h"
+#include "tests/editing/libro_llano.h"
 
 #include <gtest/gtest.h>
 

@@ -182,7 +182,7 @@ TEST_F(Fusiones, UnRechazoDejaElHistorialComoEstabaTambienLleno) {
         const std::size_t pasos = suEditor.pasosDeshacer();
         EXPECT_FALSE(suEditor.fusionarSeleccion());
         EXPECT_EQ(suEditor.pasosDeshacer(), pasos);
-        EXPECT_EQ(suEditor.capturar().hojas, antes.hojas);
+        EXPECT_EQ(diferencia(suEditor.capturar().hojas, antes.hojas), "");
         EXPECT_EQ(suEditor.seleccion(), antes.seleccion);
         for (std::size_t i = 0; i < pasos; ++i)
             suEditor.deshacer();

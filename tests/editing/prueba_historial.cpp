@@ -61,7 +61,7 @@ TEST_F(Historial, DevuelveCeldasFormatosFusionesYValoresDeFilasEliminadas) {
     EXPECT_EQ(visto("D7"), "#¡REF!");
     EXPECT_TRUE(hoja().fusiones.empty());
     editor.deshacer();
-    EXPECT_EQ(copiaDeHojas(), antes);
+    EXPECT_EQ(diferencia(copiaDeHojas(), antes), "");
     EXPECT_EQ(visto("D9"), "10");
     EXPECT_EQ(fusiones(), std::vector<std::string>{"B1:C2"});
     escribir("A1", "5");
@@ -118,7 +118,7 @@ TEST_F(Historial, RestaurarDevuelveTambienLosTamanosCapturados) {
     editor.redimensionarFila(1, 50);
     hoja().filasInmovilizadas = 2;
     editor.restaurar(estado);
-    EXPECT_EQ(copiaDeHojas(), estado.hojas);
+    EXPECT_EQ(diferencia(copiaDeHojas(), estado.hojas), "");
     EXPECT_EQ(editor.pasosDeshacer() + editor.pasosRehacer(), 0U);
 }
 
@@ -237,10 +237,10 @@ TEST_F(Historial, CadaOperacionDejaUnPasoOSeLoCalla) {
         EXPECT_EQ(defectoDelLibro(otro), "") << operacion.nombre;
         const std::vector<nucleo::Hoja> despues = suEditor.capturar().hojas;
         suEditor.deshacer();
-        EXPECT_EQ(suEditor.capturar().hojas, antes.hojas) << operacion.nombre;
+        EXPECT_EQ(diferencia(suEditor.capturar().hojas, antes.hojas), "") << operacion.nombre;
         EXPECT_EQ(suEditor.seleccion(), antes.seleccion) << operacion.nombre;
         suEditor.rehacer();
-        EXPECT_EQ(suEditor.capturar().hojas, despues) << operacion.nombre;
+        EXPECT_EQ(diferencia(suEditor.capturar().hojas, despues), "") << operacion.nombre;
     }
 }
 
@@ -257,7 +257,7 @@ TEST_F(Historial, SinHojaActivaNingunaOperacionHaceNada) {
         }
         editor.pegar();
         EXPECT_EQ(editor.copiarTSV(), "");
-        EXPECT_EQ(copiaDeHojas(), antes) << indice;
+        EXPECT_EQ(diferencia(copiaDeHojas(), antes), "") << indice;
     }
     libro.hojaActiva = 0;
 }

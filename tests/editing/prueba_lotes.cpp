@@ -124,7 +124,7 @@ TEST_F(LotesPequenos, PegarEsEscribirDeUnaEnUna) {
             inicio = fin + 1;
         }
         editor.pegarTSV(texto);
-        EXPECT_EQ(hoja(), *unaAUna.hojas[0]) << texto;
+        EXPECT_EQ(diferencia({hoja()}, {*unaAUna.hojas[0]}), "") << texto;
     }
 }
 

@@ -161,7 +161,7 @@ TEST_F(Menu, SinHojaActivaSeReconocenYNoHacenNada) {
     EXPECT_FALSE(editor.ejecutarAccionMenu("otra"));
     libro.hojaActiva = 0;
     EXPECT_EQ(editor.pasosDeshacer(), 0U);
-    EXPECT_EQ(copiaDeHojas(), antes);
+    EXPECT_EQ(diferencia(copiaDeHojas(), antes), "");
 }
 
 TEST_F(Menu, SepararFueraDeUnaFusionNoDejaRastro) {

@@ -26,7 +26,7 @@ TEST_F(Portapapeles, CadaClaseDeCeldaDejaSuTexto) {
     poner("G1", "=1=1");
     hoja().celdaMut(0, 7).formato.negrita = true; // existe, vacía
     seleccionar("A1:I1");
-    EXPECT_EQ(editor.copiarTSV(), "$ 1.234,50\t31/12/2020\t12%\tcon \"comillas\" y ; signos\t"
+    EXPECT_EQ(editor.copiarTSV(), "$ 1.234,50\t31/12/2020\t12,00%\tcon \"comillas\" y ; signos\t"
                                   "#¡DIV/0!\tab\tVERDADERO\t\t");
 }
 
@@ -98,7 +98,7 @@ TEST_F(Portapapeles, UnaCeldaCopiadaVaciaYSinFormatoQuitaLaDelDestino) {
     seleccionar("B1");
     editor.pegar();
     EXPECT_EQ(celda("B1"), nullptr);
-    EXPECT_EQ(visto("C1"), "0");
+    EXPECT_EQ(visto("C1"), "");
 }
 
 TEST_F(Portapapeles, PegarSeRecortaEnElBordeYNoSeDesplaza) {
