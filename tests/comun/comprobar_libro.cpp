@@ -55,7 +55,7 @@ std::string defectoDelAlmacen(const Hoja& hoja) {
     if (vistas != hoja.celdas.size())
         return hoja.nombre + " dice tener " + std::to_string(hoja.celdas.size()) +
                " celdas y son " + std::to_string(vistas);
-    return {};
+    return hoja.celdas.comprobar() ? "" : hoja.nombre + ": el almacén está descuadrado";
 }
 
 std::string defectoDeExtension(const Hoja& hoja) {
