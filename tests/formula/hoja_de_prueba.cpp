@@ -20,13 +20,15 @@ std::string_view sinEspaciosAlrededor(std::string_view texto) {
 
 HojaDePrueba::HojaDePrueba(std::initializer_list<std::string_view> filas) : motor_(libro_) {
     int numero = 0;
-    for (std::string_view fila : filas) {
-        for (int col = 0; !fila.empty(); ++col) {
-            const std::size_t fin = fila.find('|');
-            escribir(numero, col, std::string(sinEspaciosAlrededor(fila.substr(0, fin))));
-            fila.remove_prefix(fin == std::string_view::npos ? fila.size() : fin + 1);
-        }
-        ++numero;
+    for (const std::string_view fila : filas)
+        escribirFila(numero++, fila);
+}
+
+void HojaDePrueba::escribirFila(int fila, std::string_view celdas) {
+    for (int col = 0; !celdas.empty(); ++col) {
+        const std::size_t fin = celdas.find('|');
+        escribir(fila, col, std::string(sinEspaciosAlrededor(celdas.substr(0, fin))));
+        celdas.remove_prefix(fin == std::string_view::npos ? celdas.size() : fin + 1);
     }
 }
 

@@ -18,6 +18,8 @@ class HojaDePrueba {
     HojaDePrueba() : HojaDePrueba({}) {}
 
     void escribir(int fila, int col, const std::string& contenido);
+    /// Una fila con sus celdas separadas por "|".
+    void escribirFila(int fila, std::string_view celdas);
     nucleo::Valor valor(std::string_view formula);
     /// Lo que se ve en una celda sin formato con esa fórmula.
     std::string texto(std::string_view formula);
