@@ -1,0 +1,30 @@
+# Paquetes de Debian 12 que necesita Marnel. Lo leen ./ejecutar y ./probar.
+# shellcheck shell=bash disable=SC2034
+
+# Para construir y usar el programa.
+paquetes_programa=(
+  g++
+  cmake
+  ninja-build
+  qt6-base-dev
+  qt6-base-dev-tools
+  qt6-translations-l10n
+  libgl-dev
+  fonts-dejavu-core
+  fonts-symbola
+  fonts-open-sans
+)
+
+# Además, para las pruebas.
+paquetes_pruebas=(
+  libgtest-dev
+  libgmock-dev
+  libbenchmark-dev
+  locales
+  clang-format
+)
+
+# Además, para medir la cobertura.
+paquetes_cobertura=(
+  gcovr
+)
