@@ -5,13 +5,15 @@
 
 #include <QPainter>
 
+#include <algorithm>
 #include <string>
 
 namespace renderizador {
 
 namespace {
 
-constexpr int kMargenTexto = 4; ///< píxeles sin zoom
+constexpr int kMargenTexto = 4;      ///< píxeles sin zoom
+constexpr int kMargenMaximo = 10000; ///< más no cambia nada: el texto ya no se ve
 
 LoteTexto::Lado lado(nucleo::AlineacionH alineacion, nucleo::TipoValor tipo) {
     switch (alineacion) {
@@ -37,7 +39,8 @@ LoteTexto::Lado lado(nucleo::AlineacionH alineacion, nucleo::TipoValor tipo) {
 } // namespace
 
 LoteCeldas::LoteCeldas(const Tema& tema, double zoom, const QFont& base, double grosor)
-    : tema_(tema), grosor_(grosor), margen_(escalar(kMargenTexto, zoom)), textos_(base) {}
+    : tema_(tema), grosor_(grosor), margen_(std::min(escalar(kMargenTexto, zoom), kMargenMaximo)),
+      textos_(base) {}
 
 void LoteCeldas::anadir(const nucleo::Celda* celda, const QRect& rect) {
     if (celda == nullptr) {

@@ -126,6 +126,9 @@ LoteTexto::Grupo& LoteTexto::grupo(const Clave& clave) {
 
 void LoteTexto::anadir(std::string_view utf8, const QRect& celda, int margen,
                        const Estilo& estilo) {
+    if (celda.isEmpty()) {
+        return;
+    }
     const std::string_view texto = trozoPintable(utf8, estilo.lado);
     const unsigned cual = (estilo.negrita ? kNegrita : 0U) | (estilo.cursiva ? kCursiva : 0U);
     const Letra& tipo = letra(cual);

@@ -1,0 +1,237 @@
+#include "model/hoja.h"
+#include "model/limites.h"
+#include "rendering/renderizador.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace {
+
+using renderizador::Renderizador;
+
+const QSize kVista(800, 600);
+
+class Geometria : public testing::Test {
+  protected:
+    Geometria() { r.hoja = &hoja; }
+
+    struct Celda {
+        int fila;
+        int col;
+        bool operator==(const Celda&) const = default;
+    };
+    /// (-1, -1) si el punto no está sobre ninguna.
+    Celda en(int x, int y, const QSize& vista = kVista) const {
+        Celda celda{-1, -1};
+        if (!r.celdaEnPunto({x, y}, vista, celda.fila, celda.col)) {
+            return {-1, -1};
+        }
+        return celda;
+    }
+    std::vector<int> filas(const QSize& vista = kVista) const {
+        std::vector<int> salida{99};
+        r.filasVisibles(vista, salida);
+        return salida;
+    }
+    std::vector<int> cols(const QSize& vista = kVista) const {
+        std::vector<int> salida{99};
+        r.colsVisibles(vista, salida);
+        return salida;
+    }
+
+    nucleo::Hoja hoja;
+    Renderizador r;
+};
+
+TEST_F(Geometria, LosTamanosSeRedondeanUnoAUno) {
+    r.zoom = 1.5;
+    hoja.anchos[3] = 25;
+    hoja.altos[2] = 15;
+    EXPECT_EQ(r.anchoCol(0), 132);
+    EXPECT_EQ(r.anchoCol(3), 38);
+    EXPECT_EQ(r.altoFila(0), 36);
+    EXPECT_EQ(r.altoFila(2), 23);
+    hoja.anchos[0] = hoja.anchos[1] = hoja.anchos[2] = 25;
+    EXPECT_EQ(r.xDeCol(4), 48 + 4 * 38) << "suma de redondeados, no redondeo de la suma";
+}
+
+TEST_F(Geometria, SinHojaValenLosTamanosPredeterminados) {
+    r.hoja = nullptr;
+    r.zoom = 2.0;
+    r.desplazamientoX = 10;
+    r.desplazamientoY = 20;
+    EXPECT_EQ(r.anchoCol(7), 176);
+    EXPECT_EQ(r.altoFila(7), 48);
+    EXPECT_EQ(r.anchoPanelFijo(), 0);
+    EXPECT_EQ(r.altoPanelFijo(), 0);
+    EXPECT_EQ(r.xDeCol(-1), 48);
+    EXPECT_EQ(r.yDeFila(-1), 26);
+    EXPECT_EQ(r.xDeCol(2), 48 - 10 + 352);
+    EXPECT_EQ(r.yDeFila(3), 26 - 20 + 144);
+    EXPECT_EQ(r.rectCelda(3, 2), QRect(390, 150, 176, 48));
+    EXPECT_EQ(r.rectCeldaConFusion(3, 2), QRect(390, 150, 176, 48));
+    EXPECT_EQ(en(100, 100), (Celda{-1, -1}));
+    EXPECT_EQ(r.colEnEncabezado({100, 10}), -1);
+    EXPECT_EQ(r.filaEnEncabezado({10, 100}), -1);
+    EXPECT_EQ(r.bordeColEnPunto({136, 10}), -1);
+    EXPECT_EQ(r.bordeFilaEnPunto({10, 50}), -1);
+    EXPECT_EQ(r.tamanoContenido(), QSize(0, 0));
+    EXPECT_TRUE(filas().empty());
+    EXPECT_TRUE(cols().empty());
+}
+
+TEST_F(Geometria, LoInmovilizadoNoSeDesplaza) {
+    r.desplazamientoX = 300;
+    r.desplazamientoY = 200;
+    EXPECT_EQ(r.xDeCol(0), 48 - 300);
+    EXPECT_EQ(r.yDeFila(0), 26 - 200);
+    hoja.columnasInmovilizadas = 2;
+    hoja.filasInmovilizadas = 1;
+    EXPECT_EQ(r.anchoPanelFijo(), 176);
+    EXPECT_EQ(r.altoPanelFijo(), 24);
+    EXPECT_EQ(r.xDeCol(0), 48);
+    EXPECT_EQ(r.xDeCol(1), 136);
+    EXPECT_EQ(r.xDeCol(2), 48 + 176 - 300);
+    EXPECT_EQ(r.xDeCol(4), 48 + 176 - 300 + 176);
+    EXPECT_EQ(r.yDeFila(0), 26);
+    EXPECT_EQ(r.yDeFila(1), 26 + 24 - 200);
+}
+
+TEST_F(Geometria, UnaFusionEsUnRectanguloAncladoEnSuPrimeraCelda) {
+    hoja.anchos[2] = 100;
+    hoja.fusionar(1, 1, 3, 2);
+    const QRect esperado(48 + 88, 26 + 24, 188, 72);
+    EXPECT_EQ(r.rectCeldaConFusion(1, 1), esperado);
+    EXPECT_EQ(r.rectCeldaConFusion(3, 2), esperado);
+    EXPECT_EQ(r.rectCeldaConFusion(0, 0), QRect(48, 26, 88, 24));
+    EXPECT_EQ(r.rectCelda(3, 2), QRect(48 + 176, 26 + 72, 100, 24));
+    // A caballo del límite fijo sigue siendo un solo rectángulo.
+    hoja.columnasInmovilizadas = 2;
+    r.desplazamientoX = 50;
+    EXPECT_EQ(r.rectCeldaConFusion(3, 2), esperado);
+}
+
+TEST_F(Geometria, ElUltimoPixelDeUnaColumnaEsSuyo) {
+    EXPECT_EQ(en(48, 26), (Celda{0, 0}));
+    EXPECT_EQ(en(48 + 87, 26 + 23), (Celda{0, 0}));
+    EXPECT_EQ(en(48 + 88, 26 + 24), (Celda{1, 1}));
+    EXPECT_EQ(en(47, 100), (Celda{-1, -1}));
+    EXPECT_EQ(en(100, 25), (Celda{-1, -1}));
+    EXPECT_EQ(en(799, 599), (Celda{23, 8}));
+    EXPECT_EQ(en(800, 100), (Celda{-1, -1}));
+    EXPECT_EQ(en(100, 600), (Celda{-1, -1}));
+}
+
+TEST_F(Geometria, NoSeAciertaBajoElPanelFijo) {
+    hoja.columnasInmovilizadas = 1;
+    hoja.filasInmovilizadas = 1;
+    r.desplazamientoX = 100;
+    r.desplazamientoY = 30;
+    EXPECT_EQ(en(50, 30), (Celda{0, 0}));
+    EXPECT_EQ(en(48 + 88, 60), (Celda{2, 2})) << "la columna B está entera bajo el panel";
+    EXPECT_EQ(en(48 + 87, 60), (Celda{2, 0}));
+}
+
+TEST_F(Geometria, MasAllaDeLaUltimaCeldaNoHayNada) {
+    r.desplazamientoX = 702 * 88 - 100;
+    r.desplazamientoY = 65536 * 24 - 100;
+    EXPECT_EQ(en(48 + 99, 26 + 99), (Celda{65535, 701}));
+    EXPECT_EQ(en(48 + 100, 26 + 99), (Celda{-1, -1}));
+    EXPECT_EQ(en(48 + 99, 26 + 100), (Celda{-1, -1}));
+    EXPECT_EQ(r.colEnEncabezado({48 + 99, 0}), 701);
+    EXPECT_EQ(r.colEnEncabezado({48 + 100, 0}), -1);
+}
+
+TEST_F(Geometria, UnDesplazamientoNegativoDejaUnHuecoSinCeldas) {
+    r.desplazamientoX = -50;
+    EXPECT_EQ(en(48 + 49, 30), (Celda{-1, -1}));
+    EXPECT_EQ(en(48 + 50, 30), (Celda{0, 0}));
+}
+
+TEST_F(Geometria, LosEncabezadosSeAciertanEnSuFranja) {
+    EXPECT_EQ(r.colEnEncabezado({48 + 88, 25}), 1);
+    EXPECT_EQ(r.colEnEncabezado({48 + 88, 26}), -1);
+    EXPECT_EQ(r.colEnEncabezado({47, 10}), -1);
+    EXPECT_EQ(r.colEnEncabezado({5000, 10}), 56) << "no lo acota la vista";
+    EXPECT_EQ(r.filaEnEncabezado({47, 26 + 24}), 1);
+    EXPECT_EQ(r.filaEnEncabezado({48, 26 + 24}), -1);
+    EXPECT_EQ(r.filaEnEncabezado({10, 25}), -1);
+}
+
+TEST_F(Geometria, UnBordeSeAgarraACuatroPixeles) {
+    const int borde = 48 + 88;
+    struct Caso {
+        int x;
+        int col;
+    };
+    for (const Caso& caso : {Caso{borde - 5, -1},
+                             {borde - 4, 0},
+                             {borde, 0},
+                             {borde + 2, 0},
+                             {borde + 3, -1},
+                             {borde + 4, -1},
+                             {borde + 5, -1},
+                             {48 + 2, -1}}) {
+        // A 3 píxeles a la derecha el punto corregido cae ya en la columna siguiente.
+        EXPECT_EQ(r.bordeColEnPunto({caso.x, 10}), caso.col) << caso.x;
+    }
+    EXPECT_EQ(r.bordeColEnPunto({borde, 25}), 0);
+    EXPECT_EQ(r.bordeColEnPunto({borde, 26}), -1);
+    const int bordeFila = 26 + 24;
+    EXPECT_EQ(r.bordeFilaEnPunto({10, bordeFila - 4}), 0);
+    EXPECT_EQ(r.bordeFilaEnPunto({10, bordeFila - 5}), -1);
+    EXPECT_EQ(r.bordeFilaEnPunto({47, bordeFila}), 0);
+    EXPECT_EQ(r.bordeFilaEnPunto({48, bordeFila}), -1);
+    EXPECT_EQ(r.bordeFilaEnPunto({10, 28}), -1);
+}
+
+TEST_F(Geometria, ElContenidoTieneMargenYMinimo) {
+    EXPECT_EQ(r.tamanoContenido(), QSize(40 * 88, 120 * 24));
+    r.zoom = 1.5;
+    EXPECT_EQ(r.tamanoContenido(), QSize(40 * 132, 120 * 36));
+    r.zoom = 1.0;
+    hoja.celdaMut(200, 100).tipo = nucleo::TipoCelda::Numero;
+    EXPECT_EQ(r.tamanoContenido(), QSize((100 + 12) * 88, (200 + 40) * 24));
+    hoja.columnasInmovilizadas = 3;
+    hoja.filasInmovilizadas = 2;
+    EXPECT_EQ(r.tamanoContenido(), QSize((112 - 3) * 88, (240 - 2) * 24));
+    hoja.columnasInmovilizadas = 112;
+    hoja.filasInmovilizadas = 500;
+    EXPECT_EQ(r.tamanoContenido(), QSize(0, 0));
+    hoja.columnasInmovilizadas = hoja.filasInmovilizadas = 0;
+    hoja.celdaMut(65535, 701).tipo = nucleo::TipoCelda::Numero;
+    EXPECT_EQ(r.tamanoContenido(), QSize(702 * 88, 65536 * 24));
+}
+
+TEST_F(Geometria, SeVenLasFijasYLasQueAsoman) {
+    EXPECT_EQ(cols(), (std::vector{0, 1, 2, 3, 4, 5, 6, 7, 8}));
+    EXPECT_EQ(filas().size(), 24U);
+    hoja.filasInmovilizadas = 2;
+    r.desplazamientoY = 10000;
+    const std::vector<int> vistas = filas({800, 26 + 48 + 50});
+    // 10000 píxeles son 416 filas y 16 píxeles: la 418 asoma a medias.
+    EXPECT_EQ(vistas, (std::vector{0, 1, 418, 419, 420}));
+    r.desplazamientoY = 24;
+    EXPECT_EQ(filas({800, 26 + 48 + 1}), (std::vector{0, 1, 3})) << "la 2 está tapada entera";
+}
+
+TEST_F(Geometria, LasFijasSeDanAunqueNoQuepan) {
+    hoja.filasInmovilizadas = 50;
+    const std::vector<int> vistas = filas({800, 100});
+    EXPECT_EQ(vistas.size(), 50U);
+    EXPECT_EQ(vistas.back(), 49);
+}
+
+TEST_F(Geometria, ElFotogramaRespondeIgual) {
+    hoja.anchos[1] = 200;
+    hoja.columnasInmovilizadas = 1;
+    r.desplazamientoX = 30;
+    const int suelto = r.xDeCol(5);
+    const Renderizador::Fotograma fotograma(r);
+    EXPECT_EQ(r.xDeCol(5), suelto);
+    r.zoom = 2.0;
+    EXPECT_EQ(r.xDeCol(1), 48 + 176 - 30) << "con otro zoom su índice ya no vale";
+}
+
+} // namespace

@@ -1,0 +1,16 @@
+// Las letras necesitan una aplicación, aunque sin pantalla.
+
+#include <QFont>
+#include <QGuiApplication>
+
+#include <gtest/gtest.h>
+
+int main(int argc, char* argv[]) {
+    testing::InitGoogleTest(&argc, argv);
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    const QGuiApplication aplicacion(argc, argv);
+    QFont::insertSubstitution(QStringLiteral("Segoe UI"), QStringLiteral("Open Sans"));
+    return RUN_ALL_TESTS();
+}
