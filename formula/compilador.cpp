@@ -13,6 +13,7 @@ namespace {
 
 // Lo que espera en la pila de operadores: un operador binario o un signo por aplicar, o un
 // paréntesis por cerrar.
+constexpr std::uint8_t kFondo = 0xfd; ///< bajo todos los demás: la pila nunca está vacía
 constexpr std::uint8_t kParentesis = 0xfe;
 constexpr std::uint8_t kLlamada = 0xff;
 
@@ -46,6 +47,7 @@ class Compilador {
     Compilador(std::string_view formula, const nucleo::Libro* libro, int hoja, Codigo& salida)
         : lexico_(formula), emisor_(formula, libro, hoja, salida), operadores_(salida.operadores_) {
         operadores_.clear();
+        operadores_.push_back(kFondo);
     }
 
     bool leer() {
@@ -195,14 +197,14 @@ Compilador::Paso Compilador::seguirTrasOperando() {
         }
         case Token::PuntoComa:
             aplicarBinarios(0);
-            if (operadores_.empty() || operadores_.back() != kLlamada)
+            if (operadores_.back() != kLlamada)
                 return Paso::Fallo;
             emisor_.separarArgumento();
             avanzar();
             return Paso::FaltaOperando;
         case Token::ParenCierra:
             aplicarBinarios(0);
-            if (operadores_.empty())
+            if (operadores_.back() == kFondo)
                 return Paso::Fallo;
             if (operadores_.back() == kLlamada)
                 emisor_.cerrarLlamada(true);
@@ -211,7 +213,7 @@ Compilador::Paso Compilador::seguirTrasOperando() {
             break;
         case Token::Fin:
             aplicarBinarios(0);
-            return operadores_.empty() ? Paso::Completo : Paso::Fallo;
+            return operadores_.back() == kFondo ? Paso::Completo : Paso::Fallo;
         default:
             return Paso::Fallo;
         }
@@ -219,8 +221,8 @@ Compilador::Paso Compilador::seguirTrasOperando() {
 }
 
 /// Un signo une más que los "%" que siguen a su operando, y estos más que los signos anteriores.
-void Compilador::aplicarSignos() {
-    if (!operadores_.empty() && esSigno(operadores_.back())) {
+inline void Compilador::aplicarSignos() {
+    if (esSigno(operadores_.back())) {
         emisor_.unaria(static_cast<Operacion>(operadores_.back()));
         operadores_.pop_back();
     }
@@ -228,7 +230,7 @@ void Compilador::aplicarSignos() {
         emisor_.unaria(Operacion::Porcentaje);
         avanzar();
     }
-    while (!operadores_.empty() && esSigno(operadores_.back())) {
+    while (esSigno(operadores_.back())) {
         emisor_.unaria(static_cast<Operacion>(operadores_.back()));
         operadores_.pop_back();
     }
@@ -236,8 +238,8 @@ void Compilador::aplicarSignos() {
 
 /// Aplica los operadores binarios en espera que unen al menos tanto como `minimo`, hasta el último
 /// paréntesis abierto.
-void Compilador::aplicarBinarios(std::uint8_t minimo) {
-    while (!operadores_.empty()) {
+inline void Compilador::aplicarBinarios(std::uint8_t minimo) {
+    for (;;) {
         const auto operacion = static_cast<Operacion>(operadores_.back());
         if (!esBinaria(operacion) || kPrecedencia[operadores_.back()] < minimo)
             return;

@@ -21,13 +21,13 @@ Emisor::Emisor(std::string_view fuente, const nucleo::Libro* libro, int hoja, Co
     codigo.profundidadMaxima_ = 0;
 }
 
-Instruccion& Emisor::emitir(Operacion operacion) {
+inline Instruccion& Emisor::emitir(Operacion operacion) {
     Instruccion& instruccion = codigo_.instrucciones_.emplace_back();
     instruccion.operacion = operacion;
     return instruccion;
 }
 
-Instruccion& Emisor::emitirValor(Operacion operacion) {
+inline Instruccion& Emisor::emitirValor(Operacion operacion) {
     ++codigo_.profundidad_;
     codigo_.profundidadMaxima_ = std::max(codigo_.profundidadMaxima_, codigo_.profundidad_);
     return emitir(operacion);

@@ -59,6 +59,17 @@ inline void Maquina::Elemento::ponerVista(const VistaValor& valor) {
     clase = Clase::Vacio;
 }
 
+inline void Maquina::Elemento::ponerCelda(const nucleo::Celda* celda) {
+    if (celda == nullptr)
+        clase = Clase::Vacio;
+    else if (celda->tipo == nucleo::TipoCelda::Numero)
+        ponerNumero(celda->numero);
+    else if (celda->tipo == nucleo::TipoCelda::Formula && celda->valor.tipo == TipoValor::Numero)
+        ponerNumero(celda->valor.numero);
+    else
+        ponerVista(vistaDe(*celda));
+}
+
 inline VistaValor Maquina::Elemento::vista() const {
     switch (clase) {
     case Clase::Numero:
@@ -217,12 +228,15 @@ void Maquina::llamar(const Instruccion& llamada, Elemento* primero, const Codigo
 nucleo::Valor Maquina::resultado(const Elemento& elemento) {
     if (elemento.clase == Elemento::Clase::Texto && elemento.propio)
         return nucleo::Valor::deTexto(std::move(propios_.back()));
+    if (elemento.clase == Elemento::Clase::Numero)
+        return nucleo::Valor::deNumero(elemento.numero);
     return aValor(elemento.vista());
 }
 
 nucleo::Valor Maquina::ejecutar(const Codigo& codigo, Evaluador& evaluador) {
     using Clase = Elemento::Clase;
-    propios_.clear();
+    if (!propios_.empty())
+        propios_.clear();
     if (codigo.instrucciones().empty())
         return nucleo::Valor::deError(ErrorCelda::ValorInvalido);
     if (pila_.size() < codigo.profundidad())
@@ -318,9 +332,8 @@ nucleo::Valor Maquina::ejecutar(const Codigo& codigo, Evaluador& evaluador) {
                 (tope++)->ponerError(ErrorCelda::Ref);
                 break;
             }
-            const nucleo::Celda* celda =
-                hoja->celdas.buscar(referencia.rango.fila1, referencia.rango.col1);
-            (tope++)->ponerVista(celda == nullptr ? VistaValor{} : vistaDe(*celda));
+            (tope++)->ponerCelda(
+                hoja->celdas.buscar(referencia.rango.fila1, referencia.rango.col1));
             break;
         }
         case Operacion::Rango:

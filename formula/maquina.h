@@ -47,6 +47,7 @@ class Maquina {
         void ponerError(nucleo::ErrorCelda codigo);
         void ponerTexto(std::string_view valor, bool esPropio);
         void ponerVista(const VistaValor& valor);
+        void ponerCelda(const nucleo::Celda* celda);
         VistaValor vista() const;
     };
 

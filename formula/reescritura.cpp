@@ -27,6 +27,8 @@ template <typename Cambiar> std::string reescribir(std::string_view texto, Cambi
         cambiar(lexema, nuevo);
         if (nuevo.empty())
             continue;
+        if (copiado == 0)
+            salida.reserve(texto.size() + 16); // casi siempre crece poco o nada
         salida.append(texto, copiado, lexema.pos - copiado);
         salida += nuevo;
         copiado = lexema.pos + lexema.largo;

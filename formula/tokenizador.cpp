@@ -4,6 +4,8 @@
 #include "model/direcciones.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <utility>
 
 namespace motor_formulas {
@@ -97,7 +99,10 @@ void agregarReferencia(std::string& salida, std::string_view hoja, const Direcci
     salida += nucleo::nombreColumna(direccion.col);
     if (direccion.filaAbs)
         salida += '$';
-    salida += std::to_string(std::int64_t{direccion.fila} + 1);
+    std::array<char, 24> cifras;
+    const auto fin = std::to_chars(cifras.data(), cifras.data() + cifras.size(),
+                                   std::int64_t{direccion.fila} + 1);
+    salida.append(cifras.data(), fin.ptr);
 }
 
 std::string textoReferencia(const RefCelda& ref) {
