@@ -8,6 +8,26 @@ Libro::Libro() {
     reiniciar();
 }
 
+Libro::Libro(Libro&& otro) : Libro() {
+    intercambiar(otro);
+}
+
+Libro& Libro::operator=(Libro&& otro) noexcept {
+    intercambiar(otro);
+    return *this;
+}
+
+void Libro::intercambiar(Libro& otro) noexcept {
+    std::swap(hojas, otro.hojas);
+    std::swap(hojaActiva, otro.hojaActiva);
+    std::swap(ruta, otro.ruta);
+    std::swap(modificado, otro.modificado);
+    // Cada vista mira a su grafo: viaja con él.
+    std::swap(grafo_, otro.grafo_);
+    std::swap(dependientes, otro.dependientes);
+    std::swap(precedentes, otro.precedentes);
+}
+
 void Libro::reiniciar() {
     // Se reutiliza la primera hoja: así reiniciar no pide memoria ni cuando se ha agotado.
     if (!hojas.empty() && hojas.front())

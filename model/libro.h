@@ -30,6 +30,14 @@ class Libro {
     VistaPrecedentes precedentes{*grafo_};
 
     Libro();
+    /// El otro queda como un libro nuevo.
+    Libro(Libro&& otro);
+    /// El otro se queda con lo que este tenía.
+    Libro& operator=(Libro&& otro) noexcept;
+    Libro(const Libro&) = delete;
+    Libro& operator=(const Libro&) = delete;
+    ~Libro() = default;
+    void intercambiar(Libro& otro) noexcept;
 
     /// Deja una sola hoja vacía "Hoja 1", sin ruta y sin cambios.
     void reiniciar();
