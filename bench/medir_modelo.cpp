@@ -221,12 +221,14 @@ void cargarLibro(benchmark::State& estado) {
 BENCHMARK(cargarLibro)->Arg(10000)->Arg(1000000)->Unit(benchmark::kMillisecond);
 
 void completarTrasCargar(benchmark::State& estado) {
-    const Libro libro = libroDenso(1000000);
+    const Carpeta carpeta;
+    Serializador::guardar(libroDenso(1000000), carpeta.archivo());
     for (auto _ : estado) {
         estado.PauseTiming();
-        Hoja hoja = hojaDensa(1000000);
+        Libro libro;
+        Serializador::cargar(carpeta.archivo(), libro);
         estado.ResumeTiming();
-        hoja.celdas.completarLiterales();
+        libro.hojas[0]->celdas.completarLiterales();
     }
 }
 BENCHMARK(completarTrasCargar)->Unit(benchmark::kMillisecond);

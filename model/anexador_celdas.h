@@ -14,35 +14,45 @@ template <typename G> class AnexadorCeldas {
   public:
     explicit AnexadorCeldas(Arbol& arbol) : arbol_(arbol) {}
 
-    /// La celda de esa posición, recién creada; vale hasta la siguiente llamada.
-    Celda& anexar(int fila, int col);
+    /// La celda de esa posición, recién construida con lo que se dé; vale hasta la siguiente
+    /// llamada.
+    template <typename... Datos> Celda& anexar(int fila, int col, Datos&&... datos);
     /// Lleva al árbol el bloque en curso. Sin ella se pierde: puede faltar memoria, y un destructor
     /// no lo podría decir.
     void terminar();
 
   private:
+    /// Asienta el bloque en curso y empieza el de esa posición; falso si el árbol ya lo tiene.
+    bool empezarBloque(int fila, int col);
+
     Arbol& arbol_;
     Compartido<Bloque> bloque_; ///< en curso, o vacío y listo para el siguiente
     int primeraFila_ = -1;      ///< del bloque en curso; -1 si no hay
     int col_ = 0;
 };
 
-template <typename G> Celda& AnexadorCeldas<G>::anexar(int fila, int col) {
-    const int primeraFila = fila - Arbol::enBloque(fila);
-    if (primeraFila != primeraFila_ || col != col_ ||
-        ultimoBit(bloque_->presentes()) >= Arbol::enBloque(fila)) {
-        terminar();
-        if (arbol_.buscarBloque(fila, col) != nullptr) {
-            Celda& celda = arbol_.abrir(fila, col);
-            celda = Celda();
-            return celda;
-        }
-        if (!bloque_)
-            bloque_ = Compartido<Bloque>(Bloque::crear(Bloque::kFilas));
-        primeraFila_ = primeraFila;
-        col_ = col;
+template <typename G>
+template <typename... Datos>
+Celda& AnexadorCeldas<G>::anexar(int fila, int col, Datos&&... datos) {
+    const bool sigue = fila - Arbol::enBloque(fila) == primeraFila_ && col == col_ &&
+                       ultimoBit(bloque_->presentes()) < Arbol::enBloque(fila);
+    if (!sigue && !empezarBloque(fila, col)) {
+        Celda& celda = arbol_.abrir(fila, col);
+        celda = Celda(std::forward<Datos>(datos)...);
+        return celda;
     }
-    return bloque_.propio().anexar(Arbol::enBloque(fila));
+    return bloque_.propio().anexar(Arbol::enBloque(fila), std::forward<Datos>(datos)...);
+}
+
+template <typename G> bool AnexadorCeldas<G>::empezarBloque(int fila, int col) {
+    terminar();
+    if (arbol_.buscarBloque(fila, col) != nullptr)
+        return false;
+    if (!bloque_)
+        bloque_ = Compartido<Bloque>(Bloque::crear(Bloque::kFilas));
+    primeraFila_ = fila - Arbol::enBloque(fila);
+    col_ = col;
+    return true;
 }
 
 template <typename G> void AnexadorCeldas<G>::terminar() {

@@ -170,8 +170,8 @@ template <typename G> void ArbolCeldas<G>::desplazarFilas(std::int64_t desde, st
         vaciarColumna(anterior, primera, [&](int fila, auto&& celda) {
             const std::int64_t destino = fila + delta;
             if (destino >= desde && destino >= 0 && destino < G::kFilas)
-                anexador.anexar(static_cast<int>(destino), col) =
-                    std::forward<decltype(celda)>(celda);
+                anexador.anexar(static_cast<int>(destino), col,
+                                std::forward<decltype(celda)>(celda));
         });
         anexador.terminar();
     }

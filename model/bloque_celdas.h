@@ -25,9 +25,18 @@ inline bool literalIncompleto(const Celda& celda) {
     return false;
 }
 
+/// Pone el literal en `valor` y deja los demás campos como en un valor nuevo.
 inline void completarLiteral(Celda& celda) {
-    celda.valor = celda.tipo == TipoCelda::Numero ? Valor::deNumero(celda.numero)
-                                                  : Valor::deTexto(celda.entrada);
+    Valor& valor = celda.valor;
+    if (valor.tipo != TipoValor::Vacio)
+        valor = Valor();
+    if (celda.tipo == TipoCelda::Numero) {
+        valor.tipo = TipoValor::Numero;
+        valor.numero = celda.numero;
+    } else {
+        valor.tipo = TipoValor::Texto;
+        valor.texto = celda.entrada;
+    }
 }
 
 /// Números que se ven en un grupo de celdas: el literal, o el resultado de una fórmula.
@@ -90,8 +99,16 @@ template <int Bits> class BloqueCeldas {
     Celda& abrir(int fila);
     /// Crea la celda de una fila que no existe, habiendo sitio, y la abre.
     Celda& insertar(int fila);
-    /// Añade una celda tras la última fila, habiendo sitio. No queda abierta.
-    Celda& anexar(int fila);
+    /// Añade una celda, construida con lo que se dé, tras la última fila, habiendo sitio. No queda
+    /// abierta.
+    template <typename... Datos> Celda& anexar(int fila, Datos&&... datos) {
+        Celda* const celda =
+            new (celdasParaMover() + cuenta()) Celda(std::forward<Datos>(datos)...);
+        presentes_ |= bitDe(fila);
+        dudosas_ |= bitDe(fila);
+        sumaValida_ = false;
+        return *celda;
+    }
     /// Cambia solo el valor de una celda que existe.
     void ponerValor(int fila, Valor&& valor);
     void quitar(Mascara filas);
@@ -223,14 +240,6 @@ template <int Bits> Celda* BloqueCeldas<Bits>::hueco(int fila) {
 template <int Bits> Celda& BloqueCeldas<Bits>::insertar(int fila) {
     Celda* celda = hueco(fila);
     abierta_ = static_cast<std::int8_t>(fila);
-    return *celda;
-}
-
-template <int Bits> Celda& BloqueCeldas<Bits>::anexar(int fila) {
-    Celda* const celda = new (celdasParaMover() + cuenta()) Celda();
-    presentes_ |= bitDe(fila);
-    dudosas_ |= bitDe(fila);
-    sumaValida_ = false;
     return *celda;
 }
 
