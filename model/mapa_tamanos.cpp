@@ -28,4 +28,17 @@ std::size_t DispersionSembrada::operator()(int clave) const noexcept {
     return static_cast<std::size_t>(mezclar(semilla ^ static_cast<std::uint32_t>(clave)));
 }
 
+const MapaTamanos::Tabla& MapaTamanos::tabla() const {
+    static const Tabla vacia;
+    return tabla_ ? *tabla_ : vacia;
+}
+
+MapaTamanos::Tabla& MapaTamanos::propia() {
+    if (!tabla_)
+        tabla_ = std::make_shared<Tabla>();
+    else if (tabla_.use_count() > 1)
+        tabla_ = std::make_shared<Tabla>(*tabla_);
+    return *tabla_;
+}
+
 } // namespace nucleo
