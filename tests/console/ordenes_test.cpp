@@ -2,7 +2,7 @@
 #include "formula/functions/catalogo.h"
 #include "formula/motor.h"
 #include "model/serializador.h"
-#include "tests/console/carpeta_temporal.h"
+#include "tests/comun/carpeta_temporal.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tests/console/carpeta_temporal.h"
+#include "tests/comun/carpeta_temporal.h"
 
 #include <gtest/gtest.h>
 
