@@ -1,5 +1,6 @@
 // Las hojas del libro y sus pestañas.
 
+#include "model/formato_archivo.h"
 #include "ui/cuadros.h"
 #include "ui/texto_plano.h"
 #include "ui/ventana_principal.h"
@@ -8,6 +9,7 @@
 #include <QAction>
 #include <QInputDialog>
 #include <QMenu>
+#include <QStatusBar>
 #include <QTabBar>
 
 #include <string>
@@ -18,6 +20,7 @@ namespace {
 
 /// Desde este largo el rótulo de la pestaña se recorta y el globo de ayuda lo muestra entero.
 constexpr qsizetype kNombreLargo = 20;
+constexpr int kDuracionAviso = 5000; ///< milisegundos
 
 } // namespace
 
@@ -78,6 +81,12 @@ void VentanaPrincipal::menuDePestana(const QPoint& punto) {
 
 void VentanaPrincipal::agregarHoja() {
     confirmarPendiente();
+    if (libro_.hojas.size() >= nucleo::kMaximoHojas) {
+        statusBar()->showMessage(
+            QStringLiteral("Un libro admite %1 hojas como máximo.").arg(nucleo::kMaximoHojas),
+            kDuracionAviso);
+        return;
+    }
     editor_.registrarHistorial();
     libro_.agregarHoja();
     libro_.hojaActiva = static_cast<int>(libro_.hojas.size()) - 1;

@@ -94,8 +94,9 @@ void VentanaPrincipal::escribirRecuperacion() {
     if (!recuperacionPropia_ && existe(rutaAutosave_) && !apartar(rutaAutosave_)) {
         return;
     }
-    const auto resultado = nucleo::Autosave::guardar(libro_, rutaAutosave_);
-    recuperacionPropia_ = resultado != nucleo::kArchivoNoAbre;
+    if (nucleo::Autosave::guardar(libro_, rutaAutosave_) == nucleo::kArchivoBien) {
+        recuperacionPropia_ = true;
+    }
 }
 
 void VentanaPrincipal::descartarRecuperacion() {

@@ -1,0 +1,181 @@
+// Lo que se está tecleando se escribe antes de cualquier otra orden, en la celda en que empezó.
+
+#include "model/numeros.h"
+#include "model/serializador.h"
+#include "tests/ui/dialogos.h"
+#include "tests/ui/registro.h"
+#include "tests/ui/ventana_de_prueba.h"
+
+#include <QObject>
+#include <QTest>
+
+#include <functional>
+
+using pruebas::Dialogos;
+using pruebas::VentanaDePrueba;
+
+namespace {
+
+using Gesto = std::function<void(VentanaDePrueba&)>;
+
+struct Caso {
+    const char* nombre;
+    Gesto gesto;
+};
+
+std::vector<Caso> gestos() {
+    std::vector<Caso> casos = {
+        {"pulsar otra pestaña", [](VentanaDePrueba& p) { p.pulsarPestana(1); }},
+        {"pulsar la misma pestaña", [](VentanaDePrueba& p) { p.pulsarPestana(0); }},
+        {"botón de hoja nueva",
+         [](VentanaDePrueba& p) { p.pulsar(p.control<QToolButton>("btnNuevaHoja")); }},
+        {"cuadro de nombre",
+         [](VentanaDePrueba& p) {
+             auto* nombre = p.control<QLineEdit>("cuadroNombre");
+             nombre->setFocus();
+             nombre->setText(QStringLiteral("D9"));
+             QTest::keyClick(nombre, Qt::Key_Return);
+         }},
+        {"F6", [](VentanaDePrueba& p) { QTest::keyClick(&p.ventana(), Qt::Key_F6); }},
+        {"Ctrl+S",
+         [](VentanaDePrueba& p) {
+             QTest::keyClick(p.hoja()->editorCelda(), Qt::Key_S, Qt::ControlModifier);
+         }},
+    };
+    for (const char* boton :
+         {"Deshacer", "Copiar", "Negrita", "Centrar", "Moneda", "Más decimales", "Fusionar"}) {
+        casos.push_back(
+            {boton, [boton](VentanaDePrueba& p) { p.pulsar(p.boton(QString::fromUtf8(boton))); }});
+    }
+    for (const auto& [menu, entrada] :
+         {std::pair("Editar", "Copiar"), std::pair("Ver", "Inmovilizar filas hasta la actual"),
+          std::pair("Ver", "150%"), std::pair("Insertar", "Hoja nueva"),
+          std::pair("Herramientas", "Modo oscuro")}) {
+        casos.push_back(
+            {entrada, [menu, entrada](VentanaDePrueba& p) {
+                 p.accion(QString::fromUtf8(menu), QString::fromUtf8(entrada))->trigger();
+             }});
+    }
+    return casos;
+}
+
+} // namespace
+
+class PruebaPendiente : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void cadaGestoLoEscribeAntes_data() {
+        QTest::addColumn<int>("caso");
+        const auto casos = gestos();
+        for (std::size_t i = 0; i < casos.size(); ++i) {
+            QTest::newRow(casos[i].nombre) << static_cast<int>(i);
+        }
+    }
+    void cadaGestoLoEscribeAntes() {
+        QFETCH(int, caso);
+        VentanaDePrueba p;
+        p.ventana().agregarHoja();
+        p.ventana().cambiarHoja(0);
+        p.libro().ruta = p.ruta("pendiente.mrn").toStdString();
+        p.escribir(8, 1, "antes");
+        p.editor().seleccionar(2, 1);
+        p.hoja()->setFocus();
+        p.teclear("pendiente");
+        QVERIFY(p.hoja()->editando());
+        QCOMPARE(p.entrada(2, 1, 0), std::string());
+        Dialogos d;
+        const Caso elegido = gestos()[static_cast<std::size_t>(caso)];
+        elegido.gesto(p);
+        QCOMPARE(d.inesperados(), 0);
+        QVERIFY(!p.hoja()->editando());
+        // Deshacer quita justo lo que se acaba de escribir: queda en rehacer, no se pierde.
+        if (QByteArray(elegido.nombre) == "Deshacer") {
+            QCOMPARE(p.entrada(8, 1, 0), std::string("antes"));
+            p.accion("Editar", "Rehacer")->trigger();
+        }
+        QCOMPARE(p.entrada(2, 1, 0), std::string("pendiente"));
+        QCOMPARE(p.entrada(0, 0, 1), std::string());
+        QCOMPARE(p.entrada(2, 1, 1), std::string());
+    }
+
+    void guardarLoIncluye() {
+        VentanaDePrueba p;
+        p.libro().ruta = p.ruta("completo.mrn").toStdString();
+        p.teclear("último");
+        QVERIFY(p.ventana().guardarLibro());
+        nucleo::Libro leido;
+        nucleo::Serializador::cargar(p.libro().ruta, leido);
+        QVERIFY(leido.hojas[0]->celda(0, 0) != nullptr);
+        QCOMPARE(leido.hojas[0]->celda(0, 0)->entrada, std::string("último"));
+    }
+
+    void cerrarNuevoYAbrirLoPreguntan_data() {
+        QTest::addColumn<int>("orden");
+        QTest::newRow("cerrar") << 0;
+        QTest::newRow("nuevo") << 1;
+        QTest::newRow("abrir") << 2;
+    }
+    void cerrarNuevoYAbrirLoPreguntan() {
+        QFETCH(int, orden);
+        VentanaDePrueba p;
+        p.ventana();
+        p.teclear("sin aceptar");
+        QVERIFY(!p.libro().modificado);
+        Dialogos d;
+        d.pulsar(QMessageBox::Cancel);
+        if (orden == 0) {
+            p.ventana().close();
+        } else if (orden == 1) {
+            p.ventana().nuevoLibro();
+        } else {
+            p.ventana().abrirLibro();
+        }
+        QVERIFY(d.completo());
+        QCOMPARE(p.entrada(0, 0), std::string("sin aceptar"));
+    }
+
+    void loTecleadoEnLaBarraTambien() {
+        VentanaDePrueba p;
+        p.ventana().agregarHoja();
+        auto* barra = p.control<QLineEdit>("entradaFormula");
+        barra->setFocus();
+        QTest::keyClicks(barra, QStringLiteral("=3*3"));
+        p.pulsarPestana(0);
+        QCOMPARE(p.entrada(0, 0, 1), std::string("=3*3"));
+        QCOMPARE(p.entrada(0, 0, 0), std::string());
+        QCOMPARE(p.libro().hojaActiva, 0);
+        QCOMPARE(p.pestanas()->currentIndex(), 0);
+    }
+
+    void elMenuDePestanaTambien() {
+        VentanaDePrueba p;
+        p.ventana();
+        p.teclear("antes del menú");
+        Dialogos d;
+        d.elegir(QString());
+        const QPoint punto = p.pestanas()->tabRect(0).center();
+        QContextMenuEvent evento(QContextMenuEvent::Mouse, punto, p.pestanas()->mapToGlobal(punto));
+        QApplication::sendEvent(p.pestanas(), &evento);
+        QVERIFY(d.completo());
+        QCOMPARE(p.entrada(0, 0), std::string("antes del menú"));
+    }
+
+    void sustituirElLibroNoDejaNadaAMedias() {
+        VentanaDePrueba p;
+        p.ventana();
+        p.teclear("de A");
+        Dialogos d;
+        d.pulsar(QMessageBox::Discard);
+        p.ventana().nuevoLibro();
+        QVERIFY(d.completo());
+        QVERIFY(!p.hoja()->editando());
+        QCOMPARE(p.entrada(0, 0), std::string());
+        QTest::keyClick(p.hoja(), Qt::Key_Return);
+        QCOMPARE(p.entrada(0, 0), std::string());
+        QVERIFY(!p.libro().modificado);
+    }
+};
+
+REGISTRAR_PRUEBAS(PruebaPendiente);
+#include "prueba_pendiente.moc"
