@@ -7,6 +7,7 @@
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenuBar>
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -17,6 +18,17 @@ namespace interfaz {
 
 using nucleo::AlineacionH;
 using nucleo::FormatoNumero;
+
+namespace {
+
+/// Qt añade estos botones para lo que no cabe en una ventana estrecha, pero no los nombra.
+void nombrarBotonDeExtension(QWidget* barra, const char* nombre) {
+    if (auto* boton = barra->findChild<QToolButton*>(QLatin1String(nombre))) {
+        boton->setAccessibleName(QStringLiteral("Más órdenes"));
+    }
+}
+
+} // namespace
 
 VentanaPrincipal::Orden VentanaPrincipal::yRefrescar(Orden orden) {
     return [this, orden = std::move(orden)] {
@@ -93,10 +105,8 @@ void VentanaPrincipal::configurarBarra() {
     barra->setMovable(false);
     barra->setFloatable(false);
     barra->setContextMenuPolicy(Qt::PreventContextMenu);
-    // Qt crea este botón para lo que no cabe en una ventana estrecha.
-    if (auto* extension = barra->findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))) {
-        extension->setAccessibleName(QStringLiteral("Más órdenes"));
-    }
+    nombrarBotonDeExtension(barra, "qt_toolbar_ext_button");
+    nombrarBotonDeExtension(menuBar(), "qt_menubar_ext_button");
 
     const QString estiloNegrita = QStringLiteral("font-size: 15px; font-weight: 900;");
     const QString estiloCursiva = QStringLiteral("font-size: 15px; font-style: italic;");

@@ -121,6 +121,8 @@ QWidget* VentanaPrincipal::crearBarraPestanas() {
     pestanas_->setExpanding(false);
     pestanas_->setDrawBase(false);
     pestanas_->setUsesScrollButtons(true);
+    // Sin esto reserva sitio para sus flechas aunque las pestañas quepan.
+    pestanas_->setMinimumWidth(1);
     pestanas_->setElideMode(Qt::ElideRight);
     pestanas_->setFocusPolicy(Qt::StrongFocus);
     pestanas_->setContextMenuPolicy(Qt::CustomContextMenu);

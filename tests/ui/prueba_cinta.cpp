@@ -1,6 +1,5 @@
 // La cinta: grupos, botones, medidas y lo que hace cada uno.
 
-#include "model/numeros.h"
 #include "tests/ui/registro.h"
 #include "tests/ui/ventana_de_prueba.h"
 #include "ui/boton_alineacion.h"
@@ -8,6 +7,7 @@
 #include <QClipboard>
 #include <QFrame>
 #include <QGuiApplication>
+#include <QLayout>
 #include <QObject>
 #include <QTest>
 #include <QToolBar>
@@ -222,7 +222,8 @@ class PruebaCinta : public QObject {
         for (const char* rotulo : {"Izquierda", "Centrar", "Derecha"}) {
             QToolButton* boton = p.boton(QString::fromUtf8(rotulo));
             QVERIFY(qobject_cast<interfaz::BotonAlineacion*>(boton) != nullptr);
-            imagenes << boton->grab().toImage();
+            // Sin el borde, cuyas esquinas suaviza Qt a su manera.
+            imagenes << boton->grab().toImage().copy(4, 4, 22, 22);
         }
         QVERIFY(imagenes[0] != imagenes[1]);
         QVERIFY(imagenes[1] != imagenes[2]);

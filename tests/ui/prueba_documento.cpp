@@ -1,6 +1,5 @@
 // Crear, abrir, guardar y cerrar: preguntas, respuestas y fallos del disco.
 
-#include "model/numeros.h"
 #include "model/serializador.h"
 #include "tests/ui/dialogos.h"
 #include "tests/ui/registro.h"
@@ -12,6 +11,7 @@
 #include <QFile>
 #include <QMimeData>
 #include <QObject>
+#include <QStatusBar>
 #include <QTest>
 
 using pruebas::Dialogos;

@@ -1,6 +1,5 @@
 // Las pestañas, su menú y los cuadros que renombran y eliminan hojas.
 
-#include "model/numeros.h"
 #include "tests/ui/dialogos.h"
 #include "tests/ui/registro.h"
 #include "tests/ui/ventana_de_prueba.h"
@@ -200,7 +199,9 @@ class PruebaHojas : public QObject {
         QCOMPARE(p.libro().hojas[0]->nombre, std::string("Con F2"));
         // La tecla Menú actúa sobre la pestaña actual, esté donde esté el ratón.
         d.elegir("Eliminar hoja").pulsar(QMessageBox::Yes);
-        QContextMenuEvent evento(QContextMenuEvent::Keyboard, QPoint(500, 3));
+        const QPoint lejos(500, 3);
+        QContextMenuEvent evento(QContextMenuEvent::Keyboard, lejos,
+                                 p.pestanas()->mapToGlobal(lejos));
         QApplication::sendEvent(p.pestanas(), &evento);
         QVERIFY(d.completo());
         QCOMPARE(p.libro().hojas.size(), std::size_t{1});

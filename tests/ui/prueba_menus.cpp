@@ -1,6 +1,5 @@
 // Cada entrada de los menús: su sitio, su atajo y lo que hace en la ventana de verdad.
 
-#include "model/numeros.h"
 #include "tests/ui/dialogos.h"
 #include "tests/ui/registro.h"
 #include "tests/ui/ventana_de_prueba.h"

@@ -1,6 +1,5 @@
 // Lo que se está tecleando se escribe antes de cualquier otra orden, en la celda en que empezó.
 
-#include "model/numeros.h"
 #include "model/serializador.h"
 #include "tests/ui/dialogos.h"
 #include "tests/ui/registro.h"
@@ -140,7 +139,7 @@ class PruebaPendiente : public QObject {
         p.ventana().agregarHoja();
         auto* barra = p.control<QLineEdit>("entradaFormula");
         barra->setFocus();
-        QTest::keyClicks(barra, QStringLiteral("=3*3"));
+        pruebas::teclearEn(barra, QStringLiteral("=3*3"));
         p.pulsarPestana(0);
         QCOMPARE(p.entrada(0, 0, 1), std::string("=3*3"));
         QCOMPARE(p.entrada(0, 0, 0), std::string());

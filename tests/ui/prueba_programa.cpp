@@ -52,8 +52,8 @@ void usarElPrograma() {
             }
             reloj->stop();
             if (guion != "mirar") {
-                QTest::keyClicks(ventana->widgetHoja(), QStringLiteral("t"));
-                QTest::keyClicks(ventana->widgetHoja()->editorCelda(), QStringLiteral("ecleado"));
+                pruebas::teclearEn(ventana->widgetHoja(), QStringLiteral("t"));
+                pruebas::teclearEn(ventana->widgetHoja()->editorCelda(), QStringLiteral("ecleado"));
             }
             if (guion == "aceptar") {
                 QTest::keyClick(ventana->widgetHoja()->editorCelda(), Qt::Key_Return);

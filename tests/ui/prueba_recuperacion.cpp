@@ -1,6 +1,5 @@
 // El camino de la recuperación: qué se escribe, qué se ofrece y qué no se pisa.
 
-#include "model/numeros.h"
 #include "model/serializador.h"
 #include "tests/ui/dialogos.h"
 #include "tests/ui/registro.h"

@@ -1,7 +1,6 @@
 // Lo que rodea a la cuadrícula: disposición, barra de fórmulas, cuadro de nombre, resumen, zoom y
 // temas.
 
-#include "model/numeros.h"
 #include "rendering/tema.h"
 #include "tests/ui/dialogos.h"
 #include "tests/ui/registro.h"
@@ -118,14 +117,14 @@ class PruebaVentana : public QObject {
         // De la celda a la barra.
         p.teclear("ho");
         QCOMPARE(barra->text(), QStringLiteral("ho"));
-        QTest::keyClicks(p.hoja()->editorCelda(), QStringLiteral("la"));
+        pruebas::teclearEn(p.hoja()->editorCelda(), QStringLiteral("la"));
         QCOMPARE(barra->text(), QStringLiteral("hola"));
         QTest::keyClick(p.hoja()->editorCelda(), Qt::Key_Escape);
         QCOMPARE(barra->text(), QStringLiteral("=1+2"));
         // De la barra a la celda.
         barra->setFocus();
         barra->selectAll();
-        QTest::keyClicks(barra, QStringLiteral("=10*2"));
+        pruebas::teclearEn(barra, QStringLiteral("=10*2"));
         QVERIFY(p.hoja()->editando());
         QCOMPARE(p.hoja()->editorCelda()->text(), QStringLiteral("=10*2"));
         QCOMPARE(p.entrada(0, 0), std::string("=1+2"));
@@ -141,13 +140,13 @@ class PruebaVentana : public QObject {
         VentanaDePrueba p;
         auto* barra = p.control<QLineEdit>("entradaFormula");
         barra->setFocus();
-        QTest::keyClicks(barra, QStringLiteral("no"));
+        pruebas::teclearEn(barra, QStringLiteral("no"));
         QTest::keyClick(barra, Qt::Key_Escape);
         QCOMPARE(p.entrada(0, 0), std::string());
         QCOMPARE(barra->text(), QString());
         QVERIFY(!p.hoja()->editando());
         barra->setFocus();
-        QTest::keyClicks(barra, QStringLiteral("sí"));
+        pruebas::teclearEn(barra, QStringLiteral("sí"));
         QTest::keyClick(barra, Qt::Key_Tab);
         QCOMPARE(p.entrada(0, 0), std::string("sí"));
         QCOMPARE(p.editor().seleccion().activaCol, 1);

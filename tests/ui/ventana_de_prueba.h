@@ -1,10 +1,13 @@
 #pragma once
 
 #include "model/autosave.h"
+#include "model/numeros.h"
 #include "ui/ventana_principal.h"
 #include "ui/widget_hoja.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -19,6 +22,18 @@
 #include <string>
 
 namespace pruebas {
+
+/// Teclea cualquier texto, también el que no está en un teclado inglés.
+inline void teclearEn(QWidget* w, const QString& texto) {
+    for (const QChar c : texto) {
+        if (c.unicode() < 0x80) {
+            QTest::keyClick(w, c.toLatin1());
+        } else {
+            QKeyEvent pulsa(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(c));
+            QApplication::sendEvent(w, &pulsa);
+        }
+    }
+}
 
 /// La ventana de verdad, con su propia carpeta temporal para los archivos de recuperación.
 class VentanaDePrueba {
@@ -52,7 +67,10 @@ class VentanaDePrueba {
     QString ruta(const QString& nombre) const { return carpeta_.filePath(nombre); }
 
     /// Teclea en la celda activa, sin terminar la edición.
-    void teclear(const QString& texto) { QTest::keyClicks(hoja(), texto.left(1)), resto(texto); }
+    void teclear(const QString& texto) {
+        teclearEn(hoja(), texto.left(1));
+        teclearEn(hoja()->editorCelda(), texto.mid(1));
+    }
     /// Escribe en una celda por el camino de una persona: la selecciona, teclea y pulsa Intro.
     void escribir(int fila, int col, const QString& texto) {
         editor().seleccionar(fila, col);
@@ -84,7 +102,9 @@ class VentanaDePrueba {
     }
     /// La entrada de un menú; nula si no existe.
     QAction* accion(const QString& titulo, const QString& entrada) {
-        for (QMenu* m : menu(titulo)->findChildren<QMenu*>() << menu(titulo)) {
+        QList<QMenu*> menus = menu(titulo)->findChildren<QMenu*>();
+        menus << menu(titulo);
+        for (QMenu* m : menus) {
             for (QAction* a : m->actions()) {
                 if (a->text() == entrada) {
                     return a;
@@ -113,12 +133,6 @@ class VentanaDePrueba {
     }
 
   private:
-    void resto(const QString& texto) {
-        if (texto.size() > 1) {
-            QTest::keyClicks(hoja()->editorCelda(), texto.mid(1));
-        }
-    }
-
     QTemporaryDir carpeta_;
     QByteArray anterior_;
     std::unique_ptr<interfaz::VentanaPrincipal> ventana_;
