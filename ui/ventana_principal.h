@@ -131,6 +131,8 @@ class VentanaPrincipal : public QMainWindow {
 
     /// La misma orden, seguida de un refresco de toda la ventana.
     Orden yRefrescar(Orden orden);
+    /// Texto de la celda activa; el de toda la fusión si está en una.
+    QString contenidoActivo() const;
     void aceptarFormula(int dFila, int dCol);
     void pasarFoco(bool adelante);
     void menuDePestana(const QPoint& punto);

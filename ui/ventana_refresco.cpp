@@ -96,9 +96,12 @@ void VentanaPrincipal::confirmarPendiente() {
 }
 
 void VentanaPrincipal::aceptarFormula(int dFila, int dCol) {
-    const editor::Seleccion& seleccion = editor_.seleccion();
-    editor_.establecerContenido(seleccion.activaFila, seleccion.activaCol,
-                                entradaFormula_->text().toStdString());
+    const QString texto = entradaFormula_->text();
+    // Lo que no se ha tocado conserva sus octetos, aunque no sean UTF-8 válido.
+    if (texto != contenidoActivo()) {
+        const editor::Seleccion& seleccion = editor_.seleccion();
+        editor_.establecerContenido(seleccion.activaFila, seleccion.activaCol, texto.toStdString());
+    }
     widgetHoja_->confirmarEdicion(dFila, dCol);
     refrescarTodo();
     widgetHoja_->setFocus();
@@ -118,6 +121,15 @@ void VentanaPrincipal::saltarAReferencia() {
     widgetHoja_->setFocus();
 }
 
+QString VentanaPrincipal::contenidoActivo() const {
+    const nucleo::Hoja* hoja = hojaActiva();
+    const editor::Seleccion& seleccion = editor_.seleccion();
+    const nucleo::Celda* celda =
+        hoja == nullptr ? nullptr
+                        : celdaDeContenido(*hoja, seleccion.activaFila, seleccion.activaCol);
+    return celda == nullptr ? QString() : QString::fromStdString(celda->entrada);
+}
+
 void VentanaPrincipal::actualizarBarraFormulas() {
     const editor::Seleccion& seleccion = editor_.seleccion();
     cuadroNombre_->setText(
@@ -125,11 +137,7 @@ void VentanaPrincipal::actualizarBarraFormulas() {
     if (widgetHoja_->editando()) {
         return;
     }
-    const nucleo::Hoja* hoja = hojaActiva();
-    const nucleo::Celda* celda =
-        hoja == nullptr ? nullptr
-                        : celdaDeContenido(*hoja, seleccion.activaFila, seleccion.activaCol);
-    const QString texto = celda == nullptr ? QString() : QString::fromStdString(celda->entrada);
+    const QString texto = contenidoActivo();
     if (entradaFormula_->text() != texto) {
         entradaFormula_->setText(texto);
         entradaFormula_->setCursorPosition(0);

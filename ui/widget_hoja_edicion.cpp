@@ -234,6 +234,11 @@ bool WidgetHoja::moverConTecla(const QKeyEvent& evento) {
 }
 
 void WidgetHoja::keyPressEvent(QKeyEvent* evento) {
+    if (editando() && editorCelda_->hasFocus()) {
+        // El editor no la ha querido: devolvérsela no acabaría nunca.
+        evento->ignore();
+        return;
+    }
     if (editando()) {
         // Se edita desde la barra de fórmulas y el foco ha vuelto aquí: la tecla es del texto.
         editorCelda_->setFocus();

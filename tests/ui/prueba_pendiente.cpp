@@ -98,6 +98,18 @@ class PruebaPendiente : public QObject {
         QCOMPARE(p.entrada(2, 1, 1), std::string());
     }
 
+    void lasTeclasQueElEditorNoQuiereNoHacenNada() {
+        VentanaDePrueba p;
+        p.ventana();
+        p.teclear("sigue");
+        for (const int tecla : {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_F5}) {
+            QTest::keyClick(p.hoja()->editorCelda(), static_cast<Qt::Key>(tecla));
+        }
+        QVERIFY(p.hoja()->editando());
+        QCOMPARE(p.hoja()->editorCelda()->text(), QStringLiteral("sigue"));
+        QCOMPARE(p.editor().seleccion(), editor::Seleccion{});
+    }
+
     void guardarLoIncluye() {
         VentanaDePrueba p;
         p.libro().ruta = p.ruta("completo.mrn").toStdString();

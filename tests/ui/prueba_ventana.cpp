@@ -167,6 +167,17 @@ class PruebaVentana : public QObject {
         QCOMPARE(p.entrada(0, 0), std::string("título"));
     }
 
+    void aceptarSinCambiosConservaLosOctetos() {
+        VentanaDePrueba p;
+        const std::string octetos = "caf\xe9 \xff";
+        p.editor().establecerContenido(0, 0, octetos);
+        p.ventana().refrescarTodo();
+        auto* barra = p.control<QLineEdit>("entradaFormula");
+        barra->setFocus();
+        QTest::keyClick(barra, Qt::Key_Return);
+        QCOMPARE(p.entrada(0, 0), octetos);
+    }
+
     void unTextoLarguisimoNoSeRecorta() {
         VentanaDePrueba p;
         const std::string largo(100000, 'x');
