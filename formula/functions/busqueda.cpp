@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cmath>
+#include <compare>
 #include <string>
 
 namespace motor_formulas {
@@ -30,7 +31,7 @@ std::int64_t buscarOrdenado(const Linea& linea, const VistaValor& buscado, Orden
             buscado.tipo == TipoValor::Numero
                 ? celda.numero <=> buscado.numero
                 : std::partial_ordering(compararEnMinusculas(celda.texto, minusculas));
-        return orden == Orden::Ascendente ? comparada > 0 : comparada < 0;
+        return orden == Orden::Ascendente ? std::is_gt(comparada) : std::is_lt(comparada);
     };
     std::int64_t candidata = kNoEncontrado;
     linea.recorrer([&](std::int64_t indice, const VistaValor& celda) {

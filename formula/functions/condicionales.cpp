@@ -116,17 +116,15 @@ Valor contarSi(std::vector<Arg>& args, Evaluador&) {
     const Condicion condicion = leerCondicion(args, 0, lector);
     if (lector.fallo())
         return lector.error();
-    std::int64_t vacias = condicion.bloque.celdas();
+    std::int64_t huecos = condicion.bloque.celdas();
     std::int64_t cumplen = 0;
     condicion.bloque.recorrer([&](std::int64_t, const VistaValor& valor) {
-        if (valor.tipo != TipoValor::Vacio) {
-            --vacias;
-            cumplen += condicion.criterio.cumple(valor) ? 1 : 0;
-        }
+        --huecos;
+        cumplen += condicion.criterio.cumple(valor) ? 1 : 0;
         return true;
     });
     if (condicion.cumplenVacias())
-        cumplen += vacias;
+        cumplen += huecos;
     return Valor::deNumero(static_cast<double>(cumplen));
 }
 

@@ -95,20 +95,20 @@ template <typename Cursor> bool casa(std::string_view patron, Cursor texto) {
     return pos == patron.size();
 }
 
-template <typename Orden> bool cumpleOrden(std::int32_t op, Orden orden) {
+bool cumpleOrden(std::int32_t op, std::partial_ordering orden) {
     switch (op) {
     case 0:
-        return orden == 0;
+        return std::is_eq(orden);
     case 1:
-        return orden != 0;
+        return std::is_neq(orden);
     case 2:
-        return orden < 0;
+        return std::is_lt(orden);
     case 3:
-        return orden <= 0;
+        return std::is_lteq(orden);
     case 4:
-        return orden > 0;
+        return std::is_gt(orden);
     case 5:
-        return orden >= 0;
+        return std::is_gteq(orden);
     default:
         return false;
     }
@@ -185,7 +185,7 @@ std::strong_ordering compararEnMinusculas(std::string_view texto, std::string_vi
         if (cursor.fin())
             return std::strong_ordering::less;
         const auto orden = cursor.actual() <=> static_cast<unsigned char>(byte);
-        if (orden != 0)
+        if (std::is_neq(orden))
             return orden;
         cursor.avanzar();
     }

@@ -58,11 +58,13 @@ Valor mediana(std::vector<Arg>& args, Evaluador&) {
         return Valor::deError(error);
     if (numeros.empty())
         return Valor::deError(ErrorCelda::ValorInvalido);
-    std::sort(numeros.begin(), numeros.end(), numeroMenor);
-    const std::size_t mitad = numeros.size() / 2;
+    // El de en medio queda en su sitio con los menores delante, sin ordenar el resto.
+    const auto medio = numeros.begin() + static_cast<std::ptrdiff_t>(numeros.size() / 2);
+    std::nth_element(numeros.begin(), medio, numeros.end(), numeroMenor);
     if (numeros.size() % 2 == 1)
-        return Valor::deNumero(numeros[mitad]);
-    return Valor::deNumero((numeros[mitad - 1] + numeros[mitad]) * 0.5);
+        return Valor::deNumero(*medio);
+    const double anterior = *std::max_element(numeros.begin(), medio, numeroMenor);
+    return Valor::deNumero((anterior + *medio) * 0.5);
 }
 
 /// Ordenados, los números iguales quedan juntos y en el orden en que estaban; de los que más se

@@ -16,6 +16,7 @@ const std::vector<Muestra>& muestras() {
         {"", {}},
         {"", {}},
         {"", {}},
+        {"=Z99", {}}, // existe, pero su valor es vacío
         {"0", Valor::deNumero(0)},
         {"1", Valor::deNumero(1)},
         {"2", Valor::deNumero(2)},

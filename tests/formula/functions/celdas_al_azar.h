@@ -28,7 +28,8 @@ class TablaAlAzar {
     int filas() const { return filas_; }
     int columnas() const { return columnas_; }
     const nucleo::Valor& en(int fila, int col) const {
-        return valores_[static_cast<std::size_t>(fila * columnas_ + col)];
+        return valores_[static_cast<std::size_t>(fila) * static_cast<std::size_t>(columnas_) +
+                        static_cast<std::size_t>(col)];
     }
 
   private:

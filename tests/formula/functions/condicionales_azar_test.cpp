@@ -128,7 +128,7 @@ TEST(CondicionalesAlAzar, LosAgregadosComoLaCuentaPosicionAPosicion) {
                 if (valor.tipo == TipoValor::Error && error == ErrorCelda::Ninguno)
                     error = valor.error;
             }
-            const auto oError = [&](Valor valor) {
+            const auto oError = [&](const Valor& valor) {
                 return error == ErrorCelda::Ninguno ? valor : Valor::deError(error);
             };
             esperar(tabla, "=CONTAR(" + zona.texto() + ")", Valor::deNumero(numeros));

@@ -58,6 +58,10 @@ TEST(Logicas, YExigeTodasYOAlguna) {
                         {"=O(FALSO;0)", "FALSO"},
                         {"=Y(A1:D1)", "FALSO"},
                         {"=O(A1:D1)", "VERDADERO"},
+                        {"=Y(C1:D1)", "FALSO"},
+                        {"=O(C1:D1)", "VERDADERO"},
+                        {"=O(D1:D2)", "FALSO"},
+                        {"=Y(C1:C2)", "VERDADERO"},
                         {"=Y(A1:A3)", "VERDADERO"}, // los textos de un rango no cuentan
                         {"=Y(A2:D2)", "VERDADERO"},
                         {"=O(A2:D2)", "FALSO"},
