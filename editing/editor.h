@@ -79,12 +79,14 @@ class Editor {
     void ordenarSeleccion(bool ascendente);
 
     // Estilo y fusiones
+    /// Aplica `cambio` a la celda de cada posición de la selección, por filas, creando las que
+    /// faltan.
     void aplicarEstiloSeleccion(const std::function<void(nucleo::Celda&)>& cambio);
     void alternarNegrita();
     void alternarCursiva();
     void alternarSubrayado();
     void aplicarAlineacion(nucleo::AlineacionH alineacion);
-    void aplicarFormato(nucleo::FormatoNumero formato);
+    void aplicarFormato(nucleo::FormatoNumero numero);
     void cambiarDecimales(int delta);
     void aplicarColorTexto(unsigned int color);
     void aplicarColorFondo(unsigned int color);
@@ -130,6 +132,9 @@ class Editor {
     /// Inserta (`delta` > 0) o elimina filas o columnas de la hoja activa, con su paso de
     /// historial.
     void desplazar(bool filas, int desde, int delta);
+    /// Como `aplicarEstiloSeleccion` con un cambio que solo depende del formato que encuentra: las
+    /// celdas iguales se cambian juntas, y la hoja entera cuesta poco más que una columna.
+    void aplicarFormatoSeleccion(const std::function<void(nucleo::Formato&)>& cambio);
     void alternarEstilo(bool nucleo::Formato::*estilo);
 
     Seleccion seleccion_;

@@ -24,13 +24,22 @@ void Editor::aplicarEstiloSeleccion(const std::function<void(Celda&)>& cambio) {
     libro_.modificado = true;
 }
 
+void Editor::aplicarFormatoSeleccion(const std::function<void(Formato&)>& cambio) {
+    Hoja* hoja = hojaActiva();
+    if (!hoja)
+        return;
+    registrarHistorial();
+    hoja->celdas.cambiarRango(seleccion_.rango(), [&](Celda& celda) { cambio(celda.formato); });
+    libro_.modificado = true;
+}
+
 void Editor::alternarEstilo(bool Formato::*estilo) {
     const Hoja* hoja = hojaActiva();
     if (!hoja)
         return;
     const Celda* activa = hoja->celda(seleccion_.activaFila, seleccion_.activaCol);
     const bool nuevo = !activa || !(activa->formato.*estilo);
-    aplicarEstiloSeleccion([=](Celda& celda) { celda.formato.*estilo = nuevo; });
+    aplicarFormatoSeleccion([=](Formato& formato) { formato.*estilo = nuevo; });
 }
 
 void Editor::alternarNegrita() {
@@ -46,33 +55,33 @@ void Editor::alternarSubrayado() {
 }
 
 void Editor::aplicarAlineacion(nucleo::AlineacionH alineacion) {
-    aplicarEstiloSeleccion([=](Celda& celda) { celda.formato.alineacion = alineacion; });
+    aplicarFormatoSeleccion([=](Formato& formato) { formato.alineacion = alineacion; });
 }
 
-void Editor::aplicarFormato(FormatoNumero formato) {
-    aplicarEstiloSeleccion([=](Celda& celda) {
-        celda.formato.numero = formato;
-        if (formato == FormatoNumero::Moneda)
-            celda.formato.separadorMiles = true;
+void Editor::aplicarFormato(FormatoNumero numero) {
+    aplicarFormatoSeleccion([=](Formato& formato) {
+        formato.numero = numero;
+        if (numero == FormatoNumero::Moneda)
+            formato.separadorMiles = true;
     });
 }
 
 void Editor::cambiarDecimales(int delta) {
-    aplicarEstiloSeleccion([=](Celda& celda) {
-        if (celda.formato.numero == FormatoNumero::General)
-            celda.formato.numero = FormatoNumero::Numero;
-        const std::int64_t decimales = std::int64_t{celda.formato.decimales} + delta;
-        celda.formato.decimales = static_cast<std::uint8_t>(
+    aplicarFormatoSeleccion([=](Formato& formato) {
+        if (formato.numero == FormatoNumero::General)
+            formato.numero = FormatoNumero::Numero;
+        const std::int64_t decimales = std::int64_t{formato.decimales} + delta;
+        formato.decimales = static_cast<std::uint8_t>(
             std::clamp<std::int64_t>(decimales, 0, nucleo::kDecimalesMaximos));
     });
 }
 
 void Editor::aplicarColorTexto(unsigned int color) {
-    aplicarEstiloSeleccion([=](Celda& celda) { celda.formato.colorTexto = color; });
+    aplicarFormatoSeleccion([=](Formato& formato) { formato.colorTexto = color; });
 }
 
 void Editor::aplicarColorFondo(unsigned int color) {
-    aplicarEstiloSeleccion([=](Celda& celda) { celda.formato.colorFondo = color; });
+    aplicarFormatoSeleccion([=](Formato& formato) { formato.colorFondo = color; });
 }
 
 } // namespace editor

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <utility>
 
@@ -111,6 +112,12 @@ template <typename G> class AlmacenEnBloques {
     /// el rectángulo toca y solo las celdas de los que corta.
     ResumenRango resumir(const RangoCeldas& rango) const { return arbol_.resumir(rango); }
     void quitarRango(const RangoCeldas& rango);
+    /// Aplica `cambio` a cada celda del rectángulo y de la cuadrícula, creadas las que faltan.
+    /// `cambio` hace siempre lo mismo con celdas iguales, que comparten bloque, y por eso no se
+    /// llama una vez por cada una.
+    void cambiarRango(const RangoCeldas& rango, const std::function<void(Celda&)>& cambio) {
+        arbol_.cambiarRango(rango, cambio);
+    }
 
     /// Abre (delta > 0) o quita (delta < 0) filas desde `desde`; lo que sale de la cuadrícula se
     /// pierde.

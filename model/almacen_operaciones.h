@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/almacen_celdas.h"
+#include "model/arbol_cambios.h"
 #include "model/arbol_consultas.h"
 #include "model/arbol_operaciones.h"
 

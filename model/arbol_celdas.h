@@ -10,6 +10,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <utility>
 
@@ -74,6 +75,10 @@ template <typename G> class ArbolCeldas {
     void desplazarFilas(std::int64_t desde, std::int64_t delta);
     void desplazarColumnas(std::int64_t desde, std::int64_t delta);
 
+    /// Aplica `cambio` a las celdas del rectángulo, creadas las que faltan. Con celdas iguales hace
+    /// siempre lo mismo: no se llama una vez por cada una.
+    void cambiarRango(const RangoCeldas& rango, const std::function<void(Celda&)>& cambio);
+
     void completarLiterales();
 
     /// Última fila o columna con contenido; -1 si no hay.
@@ -99,6 +104,7 @@ template <typename G> class ArbolCeldas {
 
   private:
     template <typename> friend class AnexadorCeldas;
+    template <typename> friend class CambiadorDeRango;
 
     static constexpr int kFilasBloque = Bloque::kFilas;
     static constexpr int kHijos = 1 << G::kBitsNodo;

@@ -63,6 +63,21 @@ TEST_F(Estilo, RecorrePorFilasCadaPosicionUnaVez) {
     EXPECT_EQ(orden, 6U);
 }
 
+TEST_F(Estilo, DarFormatoALaCuadriculaEnteraNoAgotaLaMemoria) {
+    poner("C3", "x");
+    editor.seleccionar(0, 0);
+    editor.extender(65535, 701);
+    editor.alternarNegrita();
+    editor.aplicarColorFondo(7);
+    EXPECT_EQ(hoja().celdas.size(), std::size_t{65536} * 702);
+    EXPECT_EQ(entrada("C3"), "x");
+    EXPECT_TRUE(celda("ZZ65536")->formato.negrita);
+    EXPECT_EQ(celda("C3")->formato.colorFondo, 7U);
+    editor.deshacer();
+    editor.deshacer();
+    EXPECT_EQ(hoja().celdas.size(), 1U);
+}
+
 TEST_F(Estilo, LosDecimalesPartenDeGeneralYSeAcotan) {
     seleccionar("A1");
     editor.cambiarDecimales(1);
