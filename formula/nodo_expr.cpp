@@ -16,7 +16,6 @@ NodoExpr::~NodoExpr() {
             continue;
         pendientes.insert(pendientes.end(), std::make_move_iterator(nodo->hijos.begin()),
                           std::make_move_iterator(nodo->hijos.end()));
-        nodo->hijos.clear();
     }
 }
 

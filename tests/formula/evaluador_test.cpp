@@ -84,6 +84,17 @@ TEST_F(PruebaEvaluador, MuestraElValorDeCadaFormula) {
         {"=(\"a\"&\"b\")&(\"c\"&\"d\")", "abcd"},
         {"=B7&\"\"", "#¡VALOR!"},
         {"=10^15&\"\"", "1e+15"},
+        // Un texto calculado espera mientras otros se calculan y se gastan.
+        {"=(\"a\"&\"b\")&(\"c\"&\"d\"=1)", "abFALSO"},
+        {"=(\"a\"&\"b\")&(1=\"c\"&\"d\")", "abFALSO"},
+        {"=(\"a\"&\"b\")&(\"c\"&\"d\"=\"C\"&\"D\")", "abVERDADERO"},
+        {"=(\"a\"&\"b\")&-(\"1\"&\"2\")", "ab-12"},
+        {"=(\"a\"&\"b\")&SI.ERROR(-(\"c\"&\"d\");\"x\")", "abx"},
+        {"=(\"a\"&\"b\")&SI.ERROR(SI(\"c\"&\"d\";1;2);\"x\")", "abx"},
+        {"=(\"a\"&\"b\")&SI.ERROR(NADIE(1;\"c\"&\"d\");\"x\")", "abx"},
+        {"=(\"a\"&\"b\")&SI.ERROR((\"c\"&\"d\")&1/0;\"x\")", "abx"},
+        {"=(\"a\"&\"b\")&SI.ERROR(1/0&(\"c\"&\"d\");\"x\")", "abx"},
+        {"=(\"a\"&\"b\")&LARGO(\"c\"&\"d\")", "ab2"},
         // Comparaciones.
         {"=\"abc\"=\"ABC\"", "VERDADERO"},
         {"=\"a\"<\"b\"", "VERDADERO"},

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -136,6 +137,15 @@ TEST(Parser, RechazaLoQueNoEsUnaFormula) {
     };
     for (const char* caso : casos)
         EXPECT_EQ(comoTexto(Parser().parsear(caso).get()), "nulo") << caso;
+}
+
+TEST(Parser, NormalizaNombresDeCualquierLargo) {
+    for (std::size_t largo = 1; largo < 80; ++largo) {
+        const std::string nombre(largo, 'x');
+        const std::unique_ptr<NodoExpr> nodo = Parser().parsear(nombre + "(1)");
+        ASSERT_NE(nodo, nullptr);
+        EXPECT_EQ(nodo->texto, std::string(largo, 'X'));
+    }
 }
 
 TEST(Parser, SoloTraeLosCamposDeSuClase) {
