@@ -4,7 +4,6 @@
 #include "formula/evaluador.h"
 #include "model/celda.h"
 
-#include <bit>
 #include <string_view>
 #include <utility>
 
@@ -13,28 +12,7 @@ namespace motor_formulas {
 namespace {
 
 using nucleo::ErrorCelda;
-using nucleo::TipoValor;
 using nucleo::Valor;
-
-/// Si guardar uno en lugar del otro no se notaría. Compara los bits: -0 y 0 se muestran distintos y
-/// un NaN no es igual a sí mismo.
-bool indistinguibles(const Valor& a, const Valor& b) {
-    if (a.tipo != b.tipo)
-        return false;
-    switch (a.tipo) {
-    case TipoValor::Numero:
-        return std::bit_cast<std::uint64_t>(a.numero) == std::bit_cast<std::uint64_t>(b.numero);
-    case TipoValor::Texto:
-        return a.texto == b.texto;
-    case TipoValor::Logico:
-        return a.logico == b.logico;
-    case TipoValor::Error:
-        return a.error == b.error;
-    case TipoValor::Vacio:
-        break;
-    }
-    return true;
-}
 
 bool enLaCuadricula(std::uint64_t clave) {
     return nucleo::filaDeClave(clave) <= nucleo::kUltimaFila &&
@@ -54,8 +32,10 @@ const nucleo::Celda* Recalculo::celdaFormula(std::uint64_t clave) const {
 }
 
 void Recalculo::marcarPendiente(IdFormula formula) {
-    if (estados_.size() <= formula)
+    if (estados_.size() <= formula) {
         estados_.resize(grafo().limiteFormulas(), Estado::Hecha);
+        turnos_.resize(estados_.size());
+    }
     estado(formula) = Estado::Pendiente;
     formulas_.push_back(formula);
     const std::uint64_t clave = grafo().claveDe(formula);
@@ -88,28 +68,43 @@ void Recalculo::todo() {
 }
 
 void Recalculo::cascada(std::span<const std::uint64_t> claves) {
-    alcanzadas_.clear();
-    grafo().empezarRecorrido();
-    for (const std::uint64_t clave : claves) {
-        if (celdaFormula(clave) == nullptr) {
-            grafo().alcanzarLectores(clave, alcanzadas_);
-            continue;
-        }
-        const IdFormula formula = grafo().apuntarFormula(clave);
-        if (grafo().alcanzar(formula))
-            alcanzadas_.push_back(formula);
-    }
-    for (std::size_t i = 0; i < alcanzadas_.size(); ++i)
-        grafo().alcanzarLectores(grafo().claveDe(alcanzadas_[i]), alcanzadas_);
-
     empezar(Modo::Cascada);
-    for (const IdFormula formula : alcanzadas_) {
-        if (celdaFormula(grafo().claveDe(formula)) != nullptr)
-            marcarPendiente(formula);
+    alcanzadas_.clear();
+    tandas_.clear();
+    grafo().empezarRecorrido();
+    // De la última escritura a la primera: cada fórmula es de la última que la alcanza.
+    for (std::size_t i = claves.size(); i-- > 0;) {
+        const std::size_t primera = alcanzadas_.size();
+        alcanzarDesde(claves[i]);
+        if (primera < alcanzadas_.size())
+            tandas_.push_back({primera, alcanzadas_.size()});
+    }
+    std::uint32_t turno = 0;
+    for (std::size_t t = tandas_.size(); t-- > 0; ++turno) {
+        for (std::size_t i = tandas_[t].desde; i < tandas_[t].hasta; ++i) {
+            if (celdaFormula(grafo().claveDe(alcanzadas_[i])) == nullptr)
+                continue;
+            marcarPendiente(alcanzadas_[i]);
+            turnos_[alcanzadas_[i]] = turno;
+        }
     }
     for (const IdFormula formula : formulas_)
         resolver(formula);
     terminar();
+}
+
+/// Añade a `alcanzadas_` la fórmula de una celda, si lo es, y cuantas dependen de ella.
+void Recalculo::alcanzarDesde(std::uint64_t clave) {
+    std::size_t siguiente = alcanzadas_.size();
+    if (celdaFormula(clave) == nullptr) {
+        grafo().alcanzarLectores(clave, alcanzadas_);
+    } else {
+        const IdFormula formula = grafo().apuntarFormula(clave);
+        if (grafo().alcanzar(formula))
+            alcanzadas_.push_back(formula);
+    }
+    for (; siguiente < alcanzadas_.size(); ++siguiente)
+        grafo().alcanzarLectores(grafo().claveDe(alcanzadas_[siguiente]), alcanzadas_);
 }
 
 void Recalculo::resolver(IdFormula raiz) {
@@ -131,6 +126,14 @@ void Recalculo::resolver(IdFormula raiz) {
         case Estado::Aplazada:
             aplazadas_.push_back(formula);
             cerrar(Estado::Aplazada);
+            break;
+        case Estado::Circular:
+            // Con la escritura que la alcanzó, la otra ya valía eso cuando se escribió lo que
+            // alcanza a esta, que entonces lee su error como un valor más.
+            if (modo_ == Modo::Cascada && turnos_[otra] < turnos_[formula])
+                pila_.back().cursor.saltar();
+            else
+                cerrar(Estado::Circular);
             break;
         default:
             cerrar(Estado::Circular);
@@ -203,6 +206,8 @@ void Recalculo::cerrar(Estado final) {
 void Recalculo::fijar(IdFormula formula, Estado final) {
     estado(formula) = final;
     const std::uint64_t clave = grafo().claveDe(formula);
+    if (final == Estado::Circular)
+        guardar(clave, Valor::deError(ErrorCelda::Circular));
     if (final == Estado::Hecha && enLaCuadricula(clave))
         sinHacer_.quitar(nucleo::hojaDeClave(clave), nucleo::filaDeClave(clave),
                          nucleo::columnaDeClave(clave));
@@ -229,26 +234,26 @@ void Recalculo::calcular(IdFormula formula) {
         return;
     }
     Evaluador evaluador(libro_, nucleo::hojaDeClave(clave));
+    evaluador.contexto = &contexto_;
     guardar(clave, maquina_.ejecutar(codigo_, evaluador));
 }
 
-void Recalculo::guardar(std::uint64_t clave, Valor valor) {
-    // Lo que no cambia no se escribe: los bloques compartidos con otras copias siguen compartidos.
-    const nucleo::Celda* const celda = celdaFormula(clave);
-    if (celda == nullptr || indistinguibles(celda->valor, valor))
-        return;
-    libro_.hojas[static_cast<std::size_t>(nucleo::hojaDeClave(clave))]->celdas.ponerValor(
-        nucleo::filaDeClave(clave), nucleo::columnaDeClave(clave), std::move(valor));
+void Recalculo::guardar(std::uint64_t clave, const Valor& valor) {
+    nucleo::Hoja& hoja = *libro_.hojas[static_cast<std::size_t>(nucleo::hojaDeClave(clave))];
+    const int fila = nucleo::filaDeClave(clave);
+    const int col = nucleo::columnaDeClave(clave);
+    if (hoja.celdas.ponerValor(fila, col, valor))
+        contexto_.cambiar(hoja, fila, col, valor);
 }
 
-/// Da su valor a las que quedaron en un ciclo o detrás de él y deja la memoria lista para otra vez.
+/// Deja la memoria lista para otra vez: las que quedaron en un ciclo o detrás de él ya tienen su
+/// valor.
 void Recalculo::terminar() {
     for (const IdFormula formula : formulas_) {
-        if (estado(formula) != Estado::Circular)
-            continue;
-        fijar(formula, Estado::Hecha);
-        guardar(grafo().claveDe(formula), Valor::deError(ErrorCelda::Circular));
+        if (estado(formula) == Estado::Circular)
+            fijar(formula, Estado::Hecha);
     }
+    contexto_.olvidar();
 }
 
 std::span<const nucleo::BloqueDeHoja> Recalculo::precedentes(int hoja, const std::string& texto) {

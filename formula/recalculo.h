@@ -2,6 +2,7 @@
 
 #include "formula/codigo.h"
 #include "formula/conjunto_celdas.h"
+#include "formula/contexto_recalculo.h"
 #include "formula/maquina.h"
 #include "formula/precedentes.h"
 #include "model/grafo_dependencias.h"
@@ -29,7 +30,8 @@ class Recalculo {
     /// Rehace el grafo y calcula todas las fórmulas. Las que leen un rango demasiado grande para
     /// ser una dependencia se calculan después de las fórmulas que hay dentro.
     void todo();
-    /// Calcula las fórmulas que hay en esas celdas y cuantas dependen de ellas.
+    /// Calcula las fórmulas que hay en esas celdas, escritas en ese orden, y cuantas dependen de
+    /// ellas. Los valores son los de calcular tras cada escritura.
     void cascada(std::span<const std::uint64_t> claves);
 
     /// Lo que lee una fórmula (con su "="), como rectángulos; vale hasta la siguiente llamada.
@@ -69,6 +71,11 @@ class Recalculo {
         IdFormula formula = 0;
         nucleo::BloqueDeHoja bloque;
     };
+    /// Tramo de `alcanzadas_`: las que alcanza una escritura y ninguna posterior.
+    struct Tanda {
+        std::size_t desde;
+        std::size_t hasta;
+    };
     /// Nodo de la búsqueda de componentes de `ordenarAplazadas`.
     struct Componente {
         std::uint32_t orden = 0; ///< 0 = sin visitar
@@ -79,6 +86,7 @@ class Recalculo {
     Estado& estado(IdFormula formula) { return estados_[formula]; }
     const nucleo::Celda* celdaFormula(std::uint64_t clave) const;
     void marcarPendiente(IdFormula formula);
+    void alcanzarDesde(std::uint64_t clave);
 
     void resolver(IdFormula formula);
     void abrir(IdFormula formula);
@@ -89,7 +97,7 @@ class Recalculo {
     void fijar(IdFormula formula, Estado final);
     void calcular(IdFormula formula);
     bool leer(IdFormula formula, const nucleo::Celda& celda);
-    void guardar(std::uint64_t clave, nucleo::Valor valor);
+    void guardar(std::uint64_t clave, const nucleo::Valor& valor);
 
     void resolverAplazadas();
     void ordenarDesde(IdFormula formula);
@@ -103,6 +111,8 @@ class Recalculo {
     ConjuntoCeldas sinHacer_;         ///< las que no están en `Hecha`
     std::vector<IdFormula> formulas_; ///< las de este recálculo
     std::vector<IdFormula> alcanzadas_;
+    std::vector<Tanda> tandas_;
+    std::vector<std::uint32_t> turnos_; ///< por fórmula: la tanda a la que pertenece
     std::vector<Marco> pila_;
 
     Codigo codigo_;
@@ -110,6 +120,7 @@ class Recalculo {
     bool formulaValida_ = false;
     Precedentes precedentes_;
     Maquina maquina_;
+    ContextoRecalculo contexto_;
 
     std::vector<IdFormula> aplazadas_;
     std::vector<RangoBlando> blandos_; ///< por fórmula

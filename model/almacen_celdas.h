@@ -81,9 +81,9 @@ template <typename G> class AlmacenEnBloques {
     const Celda* buscar(std::uint64_t clave) const {
         return buscar(filaDeClaveLocal(clave), columnaDeClaveLocal(clave));
     }
-    /// Escribe el valor calculado de una celda, sin tocar nada más de ella; si ya era ese no aparta
-    /// ningún bloque. Nada si la celda no existe.
-    void ponerValor(int fila, int col, Valor valor);
+    /// Escribe el valor calculado de una celda, sin tocar nada más de ella. Falso, sin apartar ningún
+    /// bloque, si ya era ese o la celda no existe.
+    bool ponerValor(int fila, int col, const Valor& valor);
 
     /// Llama a `visitar(fila, col, const Celda&)` por filas con las celdas del rectángulo que
     /// existen; se detiene, con falso, en cuanto `visitar` devuelve falso. `visitar` no escribe en

@@ -63,15 +63,16 @@ auto AlmacenEnBloques<G>::insert_or_assign(std::uint64_t clave, Celda celda)
     return {iterator(*this, clave), nueva};
 }
 
-template <typename G> void AlmacenEnBloques<G>::ponerValor(int fila, int col, Valor valor) {
+template <typename G> bool AlmacenEnBloques<G>::ponerValor(int fila, int col, const Valor& valor) {
     const Celda* celda = buscar(fila, col);
     // Volver a escribir lo mismo separaría los bloques que el historial comparte.
-    if (celda == nullptr || celda->valor == valor)
-        return;
+    if (celda == nullptr || indistinguibles(celda->valor, valor))
+        return false;
     if (Arbol::dentro(fila, col))
-        arbol_.ponerValor(fila, col, std::move(valor));
+        arbol_.ponerValor(fila, col, valor);
     else
-        fuera_.propias()[claveLocal(fila, col)].valor = std::move(valor);
+        fuera_.propias()[claveLocal(fila, col)].valor = valor;
+    return true;
 }
 
 template <typename G> void AlmacenEnBloques<G>::quitarRango(const RangoCeldas& rango) {

@@ -65,8 +65,8 @@ template <typename G> class ArbolCeldas {
 
     /// La celda para escribir en ella, creada si falta. Vale hasta la siguiente operación.
     Celda& abrir(int fila, int col);
-    /// Cambia el valor de una celda que existe, si es distinto.
-    void ponerValor(int fila, int col, Valor&& valor);
+    /// Cambia el valor de una celda que existe.
+    void ponerValor(int fila, int col, const Valor& valor);
     /// Falso si no existía.
     bool quitar(int fila, int col);
     void quitarRango(const RangoCeldas& rango);

@@ -48,13 +48,10 @@ template <typename G> Celda& ArbolCeldas<G>::abrir(int fila, int col) {
     return celda;
 }
 
-template <typename G> void ArbolCeldas<G>::ponerValor(int fila, int col, Valor&& valor) {
-    // Volver a escribir lo mismo separaría los bloques que el historial comparte.
-    if (buscar(fila, col)->valor == valor)
-        return;
+template <typename G> void ArbolCeldas<G>::ponerValor(int fila, int col, const Valor& valor) {
     caminoPropio(fila, col)
         .tramo->propio(bloqueDe(fila))
-        .ponerValor(enBloque(fila), std::move(valor));
+        .ponerValor(enBloque(fila), valor);
 }
 
 template <typename G> bool ArbolCeldas<G>::quitar(int fila, int col) {

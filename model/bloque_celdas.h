@@ -110,7 +110,7 @@ template <int Bits> class BloqueCeldas {
         return *celda;
     }
     /// Cambia solo el valor de una celda que existe.
-    void ponerValor(int fila, Valor&& valor);
+    void ponerValor(int fila, const Valor& valor);
     void quitar(Mascara filas);
     void completarLiterales();
     /// Un bloque nuevo con las celdas de este, que se quedan movidas, y sitio para `sitio`.
@@ -243,9 +243,9 @@ template <int Bits> Celda& BloqueCeldas<Bits>::insertar(int fila) {
     return *celda;
 }
 
-template <int Bits> void BloqueCeldas<Bits>::ponerValor(int fila, Valor&& valor) {
+template <int Bits> void BloqueCeldas<Bits>::ponerValor(int fila, const Valor& valor) {
     Celda& celda = celdasParaMover()[antesDe(fila)];
-    celda.valor = std::move(valor);
+    celda.valor = valor;
     if (celda.tipo != TipoCelda::Formula)
         dudosas_ |= bitDe(fila);
     if (abierta_ != fila)

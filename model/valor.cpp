@@ -1,5 +1,7 @@
 #include "model/valor.h"
 
+#include <bit>
+#include <cstdint>
 #include <utility>
 
 namespace nucleo {
@@ -48,6 +50,24 @@ Valor Valor::deError(ErrorCelda error) {
     valor.tipo = TipoValor::Error;
     valor.error = error;
     return valor;
+}
+
+bool indistinguibles(const Valor& a, const Valor& b) {
+    if (a.tipo != b.tipo)
+        return false;
+    switch (a.tipo) {
+    case TipoValor::Numero:
+        return std::bit_cast<std::uint64_t>(a.numero) == std::bit_cast<std::uint64_t>(b.numero);
+    case TipoValor::Texto:
+        return a.texto == b.texto;
+    case TipoValor::Logico:
+        return a.logico == b.logico;
+    case TipoValor::Error:
+        return a.error == b.error;
+    case TipoValor::Vacio:
+        break;
+    }
+    return true;
 }
 
 } // namespace nucleo

@@ -38,4 +38,8 @@ struct Valor {
     bool operator==(const Valor&) const = default;
 };
 
+/// Si poner un valor en lugar del otro no se notaría: son de la misma clase y el campo que señala
+/// es igual bit a bit. Así -0 no es 0, que se muestra distinto, y un NaN es igual a sí mismo.
+bool indistinguibles(const Valor& a, const Valor& b);
+
 } // namespace nucleo

@@ -50,7 +50,13 @@ bool LectorArgs::logico(std::size_t indice, bool porDefecto) {
 
 bool recolectarNumeros(const std::vector<Arg>& args, std::vector<double>& numeros,
                        ErrorCelda& error) {
-    return recorrerNumeros(args, error, [&](double numero) { numeros.push_back(numero); });
+    return recorrerNumeros(args, nullptr, error, [&](double numero) { numeros.push_back(numero); });
+}
+
+bool recolectarNumeros(const std::vector<Arg>& args, const Evaluador& evaluador,
+                       std::vector<double>& numeros, ErrorCelda& error) {
+    return recorrerNumeros(args, evaluador.contexto, error,
+                           [&](double numero) { numeros.push_back(numero); });
 }
 
 Matriz comoMatriz(const Arg& arg) {

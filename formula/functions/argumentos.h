@@ -2,6 +2,9 @@
 
 #include "formula/arg.h"
 #include "formula/coercion.h"
+#include "formula/contexto_recalculo.h"
+#include "formula/evaluador.h"
+#include "formula/pliegue.h"
 #include "model/valor.h"
 
 #include <cstddef>
@@ -36,29 +39,62 @@ class LectorArgs {
     nucleo::ErrorCelda error_ = nucleo::ErrorCelda::Ninguno;
 };
 
-/// Llama a `visitar(double)` con cada número de los argumentos, en orden, con las reglas de
-/// `recolectarNumeros` y sin reunirlos. Falso, con el error, en cuanto encuentra uno.
+/// Llama a `visitar(double)` con cada número de un argumento, con las reglas de
+/// `recolectarNumeros` y sin reunirlos. Falso, con el error, si encuentra uno; entonces pueden no
+/// haberse visitado los de antes. `contexto` puede ser nulo.
 template <typename Visitante>
-bool recorrerNumeros(const std::vector<Arg>& args, nucleo::ErrorCelda& error, Visitante&& visitar) {
-    const auto visitarCelda = [&](std::int64_t, const VistaValor& celda) {
-        if (celda.tipo == nucleo::TipoValor::Error) {
-            error = celda.error;
-            return false;
-        }
-        if (celda.tipo == nucleo::TipoValor::Numero)
-            visitar(celda.numero);
+bool recorrerNumeros(const Arg& arg, ContextoRecalculo* contexto, nucleo::ErrorCelda& error,
+                     Visitante&& visitar) {
+    if (arg.esRango) {
+        if (contexto != nullptr && contexto->conviene(arg))
+            return contexto->recorrerNumeros(arg, error, visitar);
+        return recorrerCeldas(arg, [&](std::int64_t, const VistaValor& celda) {
+            if (celda.tipo == nucleo::TipoValor::Error) {
+                error = celda.error;
+                return false;
+            }
+            if (celda.tipo == nucleo::TipoValor::Numero)
+                visitar(celda.numero);
+            return true;
+        });
+    }
+    if (arg.valor.tipo == nucleo::TipoValor::Vacio)
         return true;
-    };
+    double numero = 0;
+    if (!convertirEnNumero(vistaDe(arg.valor), numero, error))
+        return false;
+    visitar(numero);
+    return true;
+}
+
+/// Lo mismo con todos los argumentos, en orden.
+template <typename Visitante>
+bool recorrerNumeros(const std::vector<Arg>& args, ContextoRecalculo* contexto,
+                     nucleo::ErrorCelda& error, Visitante&& visitar) {
     for (const Arg& arg : args) {
-        if (arg.esRango) {
-            if (!recorrerCeldas(arg, visitarCelda))
-                return false;
-        } else if (arg.valor.tipo != nucleo::TipoValor::Vacio) {
-            double numero = 0;
-            if (!convertirEnNumero(vistaDe(arg.valor), numero, error))
-                return false;
-            visitar(numero);
-        }
+        if (!recorrerNumeros(arg, contexto, error, visitar))
+            return false;
+    }
+    return true;
+}
+
+/// Reduce los números de los argumentos, en orden. Falso, con el error, si hay uno.
+template <Pliegue kPliegue>
+bool plegarNumeros(const std::vector<Arg>& args, const Evaluador& evaluador, Acumulado& total,
+                   nucleo::ErrorCelda& error) {
+    total = Acumulado::inicial(kPliegue);
+    ContextoRecalculo* const contexto = evaluador.contexto;
+    auto actual = args.begin();
+    // Solo lo que se reduce desde el principio puede seguir a un total de otra fórmula.
+    if (actual != args.end() && contexto != nullptr && contexto->conviene(*actual)) {
+        if (!contexto->plegar(kPliegue, *actual, total, error))
+            return false;
+        ++actual;
+    }
+    for (; actual != args.end(); ++actual) {
+        if (!recorrerNumeros(*actual, contexto, error,
+                             [&](double numero) { total.template anadir<kPliegue>(numero); }))
+            return false;
     }
     return true;
 }

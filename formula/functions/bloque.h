@@ -41,6 +41,9 @@ class Linea {
     static Linea columna(const Bloque& bloque, int columna) { return {bloque, columna, true}; }
     static Linea fila(const Bloque& bloque, int fila) { return {bloque, fila, false}; }
 
+    const Bloque& bloque() const { return bloque_; }
+    int cual() const { return cual_; }
+    bool vertical() const { return vertical_; }
     std::int64_t largo() const { return vertical_ ? bloque_.filas() : bloque_.columnas(); }
 
     VistaValor en(std::int64_t indice) const {

@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <compare>
+#include <optional>
 #include <string>
 
 namespace motor_formulas {
@@ -18,13 +19,21 @@ using nucleo::Valor;
 
 constexpr std::int64_t kNoEncontrado = -1;
 
-enum class Orden { Ascendente, Descendente };
+/// Si el recálculo sabe buscar en la línea mejor que recorriéndola.
+bool convieneRecordar(const Linea& linea, const Evaluador& evaluador) {
+    return evaluador.contexto != nullptr && linea.vertical() &&
+           evaluador.contexto->conviene(linea.bloque().arg());
+}
 
 /// Última celda, de la clase de lo buscado, antes de la primera que lo rebasa en ese orden. Las de
 /// otras clases no cuentan. Un lógico o un vacío no encuentra nada.
-std::int64_t buscarOrdenado(const Linea& linea, const VistaValor& buscado, Orden orden) {
+std::int64_t buscarOrdenado(const Linea& linea, const VistaValor& buscado, Orden orden,
+                            const Evaluador& evaluador) {
     if (buscado.tipo != TipoValor::Numero && buscado.tipo != TipoValor::Texto)
         return kNoEncontrado;
+    if (convieneRecordar(linea, evaluador))
+        return evaluador.contexto->buscarOrdenado(linea.bloque().arg(), linea.cual(), buscado,
+                                                  orden);
     const std::string minusculas = cambiarCaso(buscado.texto, false);
     const auto rebasa = [&](const VistaValor& celda) {
         const std::partial_ordering comparada =
@@ -47,8 +56,15 @@ std::int64_t buscarOrdenado(const Linea& linea, const VistaValor& buscado, Orden
 
 /// Primera celda que cumple el criterio que forma lo buscado. Si una vacía lo cumple, también vale
 /// el primer hueco entre las celdas que existen.
-std::int64_t buscarExacto(const Linea& linea, const VistaValor& buscado) {
+std::int64_t buscarExacto(const Linea& linea, const VistaValor& buscado,
+                          const Evaluador& evaluador) {
     const Criterio criterio = Criterio::desdeValor(aValor(buscado));
+    if (convieneRecordar(linea, evaluador)) {
+        const std::optional<std::int64_t> encontrada =
+            evaluador.contexto->buscarExacto(linea.bloque().arg(), linea.cual(), criterio);
+        if (encontrada)
+            return *encontrada;
+    }
     const bool valenHuecos = criterio.cumple(VistaValor{});
     std::int64_t siguiente = 0;
     std::int64_t encontrada = kNoEncontrado;
@@ -77,7 +93,7 @@ std::int64_t indiceDeNumero(double numero, std::int64_t cuantas) {
 enum class Sentido { Vertical, Horizontal };
 
 /// BUSCARV, y BUSCARH cambiando filas por columnas.
-Valor buscarEnTabla(const std::vector<Arg>& args, Sentido sentido) {
+Valor buscarEnTabla(const std::vector<Arg>& args, Sentido sentido, const Evaluador& evaluador) {
     const bool vertical = sentido == Sentido::Vertical;
     const Bloque tabla(args[1]);
     LectorArgs lector(args);
@@ -92,19 +108,20 @@ Valor buscarEnTabla(const std::vector<Arg>& args, Sentido sentido) {
     if (lector.fallo())
         return lector.error();
     const Linea claves = vertical ? Linea::columna(tabla, 0) : Linea::fila(tabla, 0);
-    const std::int64_t encontrada = ordenada ? buscarOrdenado(claves, buscado, Orden::Ascendente)
-                                             : buscarExacto(claves, buscado);
+    const std::int64_t encontrada =
+        ordenada ? buscarOrdenado(claves, buscado, Orden::Ascendente, evaluador)
+                 : buscarExacto(claves, buscado, evaluador);
     if (encontrada == kNoEncontrado)
         return Valor::deError(ErrorCelda::ValorInvalido);
     return aValor(vertical ? tabla.en(encontrada, cual) : tabla.en(cual, encontrada));
 }
 
-Valor buscarV(std::vector<Arg>& args, Evaluador&) {
-    return buscarEnTabla(args, Sentido::Vertical);
+Valor buscarV(std::vector<Arg>& args, Evaluador& evaluador) {
+    return buscarEnTabla(args, Sentido::Vertical, evaluador);
 }
 
-Valor buscarH(std::vector<Arg>& args, Evaluador&) {
-    return buscarEnTabla(args, Sentido::Horizontal);
+Valor buscarH(std::vector<Arg>& args, Evaluador& evaluador) {
+    return buscarEnTabla(args, Sentido::Horizontal, evaluador);
 }
 
 Valor indice(std::vector<Arg>& args, Evaluador&) {
@@ -123,7 +140,7 @@ Valor indice(std::vector<Arg>& args, Evaluador&) {
     return aValor(matriz.en(indiceFila, indiceColumna));
 }
 
-Valor coincidir(std::vector<Arg>& args, Evaluador&) {
+Valor coincidir(std::vector<Arg>& args, Evaluador& evaluador) {
     const Bloque rango(args[1]);
     LectorArgs lector(args);
     const VistaValor buscado = lector.valor(0);
@@ -137,11 +154,11 @@ Valor coincidir(std::vector<Arg>& args, Evaluador&) {
     const Linea linea = rango.columnas() == 1 ? Linea::columna(rango, 0) : Linea::fila(rango, 0);
     std::int64_t encontrada = kNoEncontrado;
     if (tipo > 0)
-        encontrada = buscarOrdenado(linea, buscado, Orden::Ascendente);
+        encontrada = buscarOrdenado(linea, buscado, Orden::Ascendente, evaluador);
     else if (tipo < 0)
-        encontrada = buscarOrdenado(linea, buscado, Orden::Descendente);
+        encontrada = buscarOrdenado(linea, buscado, Orden::Descendente, evaluador);
     else if (tipo == 0)
-        encontrada = buscarExacto(linea, buscado);
+        encontrada = buscarExacto(linea, buscado, evaluador);
     if (encontrada == kNoEncontrado)
         return Valor::deError(ErrorCelda::ValorInvalido);
     return Valor::deNumero(static_cast<double>(encontrada + 1));

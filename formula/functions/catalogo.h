@@ -63,5 +63,7 @@ Matriz comoMatriz(const Arg& arg);
 /// escrito directamente se convierte. Falso, con el error, en cuanto encuentra uno.
 bool recolectarNumeros(const std::vector<Arg>& args, std::vector<double>& numeros,
                        nucleo::ErrorCelda& error);
+bool recolectarNumeros(const std::vector<Arg>& args, const Evaluador& evaluador,
+                       std::vector<double>& numeros, nucleo::ErrorCelda& error);
 
 } // namespace motor_formulas

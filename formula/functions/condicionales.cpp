@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <cstdint>
 #include <vector>
 
 namespace motor_formulas {
@@ -29,17 +31,17 @@ Condicion leerCondicion(const std::vector<Arg>& args, std::size_t indice, Lector
     return {Bloque(args[indice]), Criterio::desdeValor(aValor(lector.valor(indice + 1)))};
 }
 
-struct Acumulado {
-    double suma = 0;
-    std::int64_t cuenta = 0;
+void anadir(Acumulado& total, const VistaValor& valor) {
+    if (valor.tipo == TipoValor::Numero)
+        total.anadir<Pliegue::Suma>(valor.numero);
+}
 
-    void anadir(const VistaValor& valor) {
-        if (valor.tipo != TipoValor::Numero)
-            return;
-        suma += valor.numero;
-        ++cuenta;
-    }
-};
+std::int64_t contarBits(const std::vector<std::uint64_t>& bits) {
+    std::int64_t cuenta = 0;
+    for (const std::uint64_t palabra : bits)
+        cuenta += std::popcount(palabra);
+    return cuenta;
+}
 
 /// Los números que están en las posiciones que cumplen la condición; los dos bloques tienen las
 /// mismas celdas. Recorre las celdas que existen de la condición, o las de los números si también
@@ -49,13 +51,13 @@ Acumulado acumular(const Condicion& condicion, const Bloque& numeros) {
     if (condicion.cumplenVacias()) {
         numeros.recorrer([&](std::int64_t posicion, const VistaValor& valor) {
             if (valor.tipo == TipoValor::Numero && condicion.cumpleEn(posicion))
-                total.anadir(valor);
+                anadir(total, valor);
             return true;
         });
     } else {
         condicion.bloque.recorrer([&](std::int64_t posicion, const VistaValor& valor) {
             if (condicion.criterio.cumple(valor))
-                total.anadir(numeros.en(posicion));
+                anadir(total, numeros.en(posicion));
             return true;
         });
     }
@@ -67,55 +69,72 @@ Acumulado acumular(const Condicion& condicion) {
     Acumulado total;
     condicion.bloque.recorrer([&](std::int64_t, const VistaValor& valor) {
         if (valor.tipo == TipoValor::Numero && condicion.criterio.cumple(valor))
-            total.anadir(valor);
+            anadir(total, valor);
         return true;
     });
     return total;
 }
 
+/// Si el recálculo sabe qué celdas de un bloque cumplen un criterio mejor que recorriéndolo.
+bool convieneRecordar(const Bloque& bloque, const Evaluador& evaluador) {
+    return evaluador.contexto != nullptr && bloque.columnas() == 1 &&
+           evaluador.contexto->conviene(bloque.arg());
+}
+
 /// Lo común de SUMAR.SI y PROMEDIO.SI. Falso, con el error, si el criterio no sirve o los bloques
 /// no tienen las mismas celdas.
-bool acumularArgs(const std::vector<Arg>& args, Acumulado& total, ErrorCelda& error) {
+bool acumularArgs(const std::vector<Arg>& args, const Evaluador& evaluador, Acumulado& total,
+                  ErrorCelda& error) {
     LectorArgs lector(args);
     const Condicion condicion = leerCondicion(args, 0, lector);
     if (lector.fallo()) {
         error = lector.error().error;
         return false;
     }
-    if (args.size() == 2) {
-        total = acumular(condicion);
-        return true;
-    }
-    const Bloque numeros(args[2]);
+    const Bloque numeros(args.size() == 2 ? args[0] : args[2]);
     if (numeros.celdas() != condicion.bloque.celdas()) {
         error = ErrorCelda::ValorInvalido;
         return false;
     }
-    total = acumular(condicion, numeros);
+    if (numeros.columnas() == 1 && numeros.arg().prestado() &&
+        convieneRecordar(condicion.bloque, evaluador)) {
+        std::vector<std::uint64_t> cumplen;
+        evaluador.contexto->cumplen(condicion.bloque.arg(), condicion.criterio, cumplen);
+        total = evaluador.contexto->sumar(numeros.arg(), cumplen);
+    } else {
+        total = args.size() == 2 ? acumular(condicion) : acumular(condicion, numeros);
+    }
     return true;
 }
 
-Valor sumarSi(std::vector<Arg>& args, Evaluador&) {
+Valor sumarSi(std::vector<Arg>& args, Evaluador& evaluador) {
     Acumulado total;
     ErrorCelda error{};
-    return acumularArgs(args, total, error) ? Valor::deNumero(total.suma) : Valor::deError(error);
+    if (!acumularArgs(args, evaluador, total, error))
+        return Valor::deError(error);
+    return Valor::deNumero(total.valor);
 }
 
-Valor promedioSi(std::vector<Arg>& args, Evaluador&) {
+Valor promedioSi(std::vector<Arg>& args, Evaluador& evaluador) {
     Acumulado total;
     ErrorCelda error{};
-    if (!acumularArgs(args, total, error))
+    if (!acumularArgs(args, evaluador, total, error))
         return Valor::deError(error);
     if (total.cuenta == 0)
         return Valor::deError(ErrorCelda::DivCero);
-    return Valor::deNumero(total.suma / static_cast<double>(total.cuenta));
+    return Valor::deNumero(total.valor / static_cast<double>(total.cuenta));
 }
 
-Valor contarSi(std::vector<Arg>& args, Evaluador&) {
+Valor contarSi(std::vector<Arg>& args, Evaluador& evaluador) {
     LectorArgs lector(args);
     const Condicion condicion = leerCondicion(args, 0, lector);
     if (lector.fallo())
         return lector.error();
+    if (convieneRecordar(condicion.bloque, evaluador)) {
+        std::vector<std::uint64_t> cumplen;
+        evaluador.contexto->cumplen(condicion.bloque.arg(), condicion.criterio, cumplen);
+        return Valor::deNumero(static_cast<double>(contarBits(cumplen)));
+    }
     std::int64_t huecos = condicion.bloque.celdas();
     std::int64_t cumplen = 0;
     condicion.bloque.recorrer([&](std::int64_t, const VistaValor& valor) {
@@ -128,7 +147,23 @@ Valor contarSi(std::vector<Arg>& args, Evaluador&) {
     return Valor::deNumero(static_cast<double>(cumplen));
 }
 
-Valor sumarSiConjunto(std::vector<Arg>& args, Evaluador&) {
+/// Las posiciones que cumplen todas las condiciones, si el recálculo ayuda con todas.
+bool cumplenTodas(const std::vector<Condicion>& condiciones, const Evaluador& evaluador,
+                  std::vector<std::uint64_t>& todas) {
+    std::vector<std::uint64_t> cumplen;
+    for (const Condicion& condicion : condiciones) {
+        if (!convieneRecordar(condicion.bloque, evaluador))
+            return false;
+        evaluador.contexto->cumplen(condicion.bloque.arg(), condicion.criterio, cumplen);
+        if (todas.empty())
+            todas = cumplen;
+        for (std::size_t i = 0; i < todas.size(); ++i)
+            todas[i] &= cumplen[i];
+    }
+    return true;
+}
+
+Valor sumarSiConjunto(std::vector<Arg>& args, Evaluador& evaluador) {
     const Bloque numeros(args[0]);
     std::vector<Condicion> condiciones;
     LectorArgs lector(args);
@@ -139,16 +174,20 @@ Valor sumarSiConjunto(std::vector<Arg>& args, Evaluador&) {
         if (condiciones.back().bloque.celdas() != numeros.celdas())
             return Valor::deError(ErrorCelda::ValorInvalido);
     }
+    std::vector<std::uint64_t> cumplen;
+    if (numeros.columnas() == 1 && numeros.arg().prestado() &&
+        cumplenTodas(condiciones, evaluador, cumplen))
+        return Valor::deNumero(evaluador.contexto->sumar(numeros.arg(), cumplen).valor);
     Acumulado total;
     numeros.recorrer([&](std::int64_t posicion, const VistaValor& valor) {
         const bool suma = valor.tipo == TipoValor::Numero &&
                           std::all_of(condiciones.begin(), condiciones.end(),
                                       [&](const Condicion& c) { return c.cumpleEn(posicion); });
         if (suma)
-            total.anadir(valor);
+            anadir(total, valor);
         return true;
     });
-    return Valor::deNumero(total.suma);
+    return Valor::deNumero(total.valor);
 }
 
 constexpr std::string_view kFamilia = "condicionales";

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <vector>
 
 namespace motor_formulas {
@@ -14,47 +15,29 @@ using nucleo::ErrorCelda;
 using nucleo::TipoValor;
 using nucleo::Valor;
 
-Valor promedio(std::vector<Arg>& args, Evaluador&) {
-    double total = 0;
-    double cuenta = 0;
+Valor promedio(std::vector<Arg>& args, Evaluador& evaluador) {
+    Acumulado total;
     ErrorCelda error{};
-    const bool bien = recorrerNumeros(args, error, [&](double numero) {
-        total += numero;
-        ++cuenta;
-    });
-    if (!bien)
+    if (!plegarNumeros<Pliegue::Suma>(args, evaluador, total, error))
         return Valor::deError(error);
-    if (cuenta == 0)
+    if (total.cuenta == 0)
         return Valor::deError(ErrorCelda::DivCero);
-    return Valor::deNumero(total / cuenta);
+    return Valor::deNumero(total.valor / static_cast<double>(total.cuenta));
 }
 
-/// El número que ningún otro supera según `supera(a, b)`; 0 si no hay números. Lo que no es un
-/// número solo gana si no hay otra cosa, esté donde esté.
-template <typename Comparacion> Valor extremo(const std::vector<Arg>& args, Comparacion supera) {
-    double mejor = 0;
-    bool hayNumeros = false;
+/// El mayor o el menor de los números; 0 si no hay.
+template <Pliegue kPliegue> Valor extremo(std::vector<Arg>& args, Evaluador& evaluador) {
+    Acumulado total;
     ErrorCelda error{};
-    const bool bien = recorrerNumeros(args, error, [&](double numero) {
-        if (!hayNumeros || supera(numero, mejor) || std::isnan(mejor))
-            mejor = numero;
-        hayNumeros = true;
-    });
-    return bien ? Valor::deNumero(mejor) : Valor::deError(error);
+    if (!plegarNumeros<kPliegue>(args, evaluador, total, error))
+        return Valor::deError(error);
+    return Valor::deNumero(total.valor);
 }
 
-Valor maximo(std::vector<Arg>& args, Evaluador&) {
-    return extremo(args, [](double a, double b) { return a > b; });
-}
-
-Valor minimo(std::vector<Arg>& args, Evaluador&) {
-    return extremo(args, [](double a, double b) { return a < b; });
-}
-
-Valor mediana(std::vector<Arg>& args, Evaluador&) {
+Valor mediana(std::vector<Arg>& args, Evaluador& evaluador) {
     std::vector<double> numeros;
     ErrorCelda error{};
-    if (!recolectarNumeros(args, numeros, error))
+    if (!recolectarNumeros(args, evaluador, numeros, error))
         return Valor::deError(error);
     if (numeros.empty())
         return Valor::deError(ErrorCelda::ValorInvalido);
@@ -69,10 +52,10 @@ Valor mediana(std::vector<Arg>& args, Evaluador&) {
 
 /// Ordenados, los números iguales quedan juntos y en el orden en que estaban; de los que más se
 /// repiten gana el menor, que es el primero.
-Valor moda(std::vector<Arg>& args, Evaluador&) {
+Valor moda(std::vector<Arg>& args, Evaluador& evaluador) {
     std::vector<double> numeros;
     ErrorCelda error{};
-    if (!recolectarNumeros(args, numeros, error))
+    if (!recolectarNumeros(args, evaluador, numeros, error))
         return Valor::deError(error);
     std::stable_sort(numeros.begin(), numeros.end(), numeroMenor);
     double mejor = 0;
@@ -92,10 +75,10 @@ Valor moda(std::vector<Arg>& args, Evaluador&) {
     return Valor::deNumero(mejor);
 }
 
-Valor desviacion(std::vector<Arg>& args, Evaluador&) {
+Valor desviacion(std::vector<Arg>& args, Evaluador& evaluador) {
     std::vector<double> numeros;
     ErrorCelda error{};
-    if (!recolectarNumeros(args, numeros, error))
+    if (!recolectarNumeros(args, evaluador, numeros, error))
         return Valor::deError(error);
     if (numeros.size() < 2)
         return Valor::deError(ErrorCelda::DivCero);
@@ -110,34 +93,42 @@ Valor desviacion(std::vector<Arg>& args, Evaluador&) {
     return Valor::deNumero(std::sqrt(cuadrados / (cuenta - 1)));
 }
 
-Valor contar(std::vector<Arg>& args, Evaluador&) {
-    double cuenta = 0;
-    for (const Arg& arg : args) {
-        if (arg.esRango) {
-            recorrerCeldas(arg, [&](std::int64_t, const VistaValor& celda) {
-                cuenta += celda.tipo == TipoValor::Numero ? 1 : 0;
-                return true;
-            });
-        } else if (arg.valor.tipo == TipoValor::Numero || arg.valor.tipo == TipoValor::Logico) {
-            ++cuenta;
-        }
-    }
-    return Valor::deNumero(cuenta);
+/// Cuántas celdas de un bloque cuentan; `cuenta` dice lo mismo de cada valor.
+template <typename Condicion>
+std::int64_t contarEnBloque(const Arg& bloque, const Evaluador& evaluador,
+                            ContextoRecalculo::Contadas contadas, Condicion cuenta) {
+    if (evaluador.contexto != nullptr && evaluador.contexto->conviene(bloque))
+        return evaluador.contexto->contar(bloque, contadas);
+    std::int64_t total = 0;
+    recorrerCeldas(bloque, [&](std::int64_t, const VistaValor& celda) {
+        total += cuenta(celda.tipo) ? 1 : 0;
+        return true;
+    });
+    return total;
 }
 
-Valor contarOcupadas(std::vector<Arg>& args, Evaluador&) {
-    double cuenta = 0;
+Valor contar(std::vector<Arg>& args, Evaluador& evaluador) {
+    std::int64_t cuenta = 0;
     for (const Arg& arg : args) {
-        if (arg.esRango) {
-            recorrerCeldas(arg, [&](std::int64_t, const VistaValor& celda) {
-                cuenta += celda.tipo != TipoValor::Vacio ? 1 : 0;
-                return true;
-            });
-        } else if (arg.valor.tipo != TipoValor::Vacio) {
+        if (arg.esRango)
+            cuenta += contarEnBloque(arg, evaluador, ContextoRecalculo::Contadas::Numeros,
+                                     [](TipoValor tipo) { return tipo == TipoValor::Numero; });
+        else if (arg.valor.tipo == TipoValor::Numero || arg.valor.tipo == TipoValor::Logico)
             ++cuenta;
-        }
     }
-    return Valor::deNumero(cuenta);
+    return Valor::deNumero(static_cast<double>(cuenta));
+}
+
+Valor contarOcupadas(std::vector<Arg>& args, Evaluador& evaluador) {
+    std::int64_t cuenta = 0;
+    for (const Arg& arg : args) {
+        if (arg.esRango)
+            cuenta += contarEnBloque(arg, evaluador, ContextoRecalculo::Contadas::Ocupadas,
+                                     [](TipoValor tipo) { return tipo != TipoValor::Vacio; });
+        else if (arg.valor.tipo != TipoValor::Vacio)
+            ++cuenta;
+    }
+    return Valor::deNumero(static_cast<double>(cuenta));
 }
 
 constexpr std::string_view kFamilia = "estadísticas";
@@ -190,7 +181,7 @@ constexpr std::array kFunciones = {
             "=MAX(B2:B6)",
             "42",
             {},
-            maximo},
+            extremo<Pliegue::Maximo>},
     Funcion{"MIN",
             kFamilia,
             "valor o rango; …",
@@ -198,7 +189,7 @@ constexpr std::array kFunciones = {
             "=MIN(B2:B6)",
             "8",
             {},
-            minimo},
+            extremo<Pliegue::Minimo>},
     Funcion{"DESVEST",
             kFamilia,
             "valor o rango; …",

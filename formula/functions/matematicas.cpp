@@ -11,25 +11,20 @@ namespace {
 using nucleo::ErrorCelda;
 using nucleo::Valor;
 
-Valor suma(std::vector<Arg>& args, Evaluador&) {
-    double total = 0;
+Valor suma(std::vector<Arg>& args, Evaluador& evaluador) {
+    Acumulado total;
     ErrorCelda error{};
-    if (!recorrerNumeros(args, error, [&](double numero) { total += numero; }))
+    if (!plegarNumeros<Pliegue::Suma>(args, evaluador, total, error))
         return Valor::deError(error);
-    return Valor::deNumero(total);
+    return Valor::deNumero(total.valor);
 }
 
-Valor producto(std::vector<Arg>& args, Evaluador&) {
-    double total = 1;
-    bool hayNumeros = false;
+Valor producto(std::vector<Arg>& args, Evaluador& evaluador) {
+    Acumulado total;
     ErrorCelda error{};
-    const bool bien = recorrerNumeros(args, error, [&](double numero) {
-        total *= numero;
-        hayNumeros = true;
-    });
-    if (!bien)
+    if (!plegarNumeros<Pliegue::Producto>(args, evaluador, total, error))
         return Valor::deError(error);
-    return Valor::deNumero(hayNumeros ? total : 0);
+    return Valor::deNumero(total.cuenta == 0 ? 0 : total.valor);
 }
 
 Valor redondear(std::vector<Arg>& args, Evaluador&) {
