@@ -22,6 +22,9 @@ paquetes_pruebas=(
   libbenchmark-dev
   locales
   clang-format
+  desktop-file-utils
+  appstream
+  shared-mime-info
 )
 
 # Además, para medir la cobertura.

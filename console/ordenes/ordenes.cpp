@@ -35,8 +35,8 @@ constexpr Orden kOrdenes[] = {
      kDeConvertir, 2, 1024, convertir},
     {"recalcular", "LIBRO", "Recalcula un libro y cuenta celdas, fórmulas, errores y segundos.",
      kDeRecalcular, 1, 1, recalcular},
-    {"funciones", "", "Escribe las funciones de las fórmulas.", kDeFunciones, 0, 0,
-     listarFunciones},
+    {"funciones", "[NOMBRE]", "Escribe las funciones de las fórmulas, o explica una.", kDeFunciones,
+     0, 1, listarFunciones},
 };
 
 } // namespace

@@ -157,6 +157,11 @@ TEST_F(Ordenes, ListarLasFunciones) {
         EXPECT_NE(hecho.salida.find(funcion.descripcion), std::string::npos) << funcion.nombre;
         EXPECT_FALSE(funcion.descripcion.empty()) << funcion.nombre;
     }
+    const auto* suma = motor_formulas::buscarFuncion("SUMA");
+    EXPECT_EQ(hacer({"funciones", "suma"}).salida,
+              "SUMA(" + std::string(suma->argumentos) + ")\n  " + std::string(suma->descripcion) +
+                  "\n  Ejemplo: " + std::string(suma->ejemplo) + " da " +
+                  std::string(suma->resultado) + "\n");
     EXPECT_EQ(std::ranges::count(hacer({"funciones", "--json"}).salida, '\n'), 48);
 }
 
@@ -294,7 +299,8 @@ TEST_F(Ordenes, MalUso) {
         {{"--nada"}, "no hay ninguna orden «--nada»" + ayuda},
         {{"evaluar"}, "faltan argumentos: evaluar FÓRMULA" + ayuda},
         {{"evaluar", "1", "2"}, "sobran argumentos: evaluar FÓRMULA" + ayuda},
-        {{"funciones", "x"}, "sobran argumentos: funciones" + ayuda},
+        {{"funciones", "a", "b"}, "sobran argumentos: funciones [NOMBRE]" + ayuda},
+        {{"funciones", "nada"}, "no hay ninguna función «nada»"},
         {{"mostrar", "x.mrn", "--nada"}, "opción desconocida «--nada»" + ayuda},
         {{"mostrar", "x.mrn", "--rango"}, "falta el valor de --rango" + ayuda},
         {{"mostrar", "x.mrn", "--rango", "1A"}, "«1A» no es un rango como A1:D20"},
