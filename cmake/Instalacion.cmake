@@ -58,8 +58,9 @@ set(CPACK_PACKAGE_NAME marnel)
 set(CPACK_PACKAGE_VENDOR Velora)
 set(CPACK_PACKAGE_CONTACT "Velora <soporte@velora.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "spreadsheet with Spanish formulas")
-set(CPACK_PACKAGE_DESCRIPTION "Marnel opens, edits and recalculates workbooks with a Spanish \
-interface and a Spanish formula language. The program marnel-consola works without a screen.")
+set(CPACK_PACKAGE_DESCRIPTION "Marnel opens, edits and recalculates workbooks with a Spanish
+interface and a Spanish formula language. The program marnel-consola
+works without a screen.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
