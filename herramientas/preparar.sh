@@ -66,6 +66,8 @@ construir() {
     shift
   done
   [ $# -eq 0 ] || shift
+  # Con rutas relativas, lo compilado en una copia del repositorio sirve en otra.
+  export CCACHE_BASEDIR=$raiz CCACHE_NOHASHDIR=1
   if [ ! -f "$dir/build.ninja" ]; then
     if command -v ccache >/dev/null; then
       opciones+=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
