@@ -54,6 +54,7 @@ QWidget* VentanaPrincipal::mkIconBtn(const QString& glifo, const QString& titulo
     boton->setAccessibleName(titulo);
     boton->setCheckable(marcable);
     boton->setFixedSize(30, 30);
+    boton->installEventFilter(this);
     if (!estilo.isEmpty()) {
         boton->setStyleSheet(estilo);
     }

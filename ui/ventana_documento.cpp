@@ -61,6 +61,7 @@ void VentanaPrincipal::abrirLibro() {
     if (!confirmarDescarte()) {
         return;
     }
+    cambiosDescartados_ = libro_.modificado;
     abrirDesdeDialogo();
     cambiosDescartados_ = false;
 }
@@ -162,7 +163,6 @@ bool VentanaPrincipal::confirmarDescarte() {
         return guardarLibro();
     case QMessageBox::Discard:
         descartarRecuperacion();
-        cambiosDescartados_ = true;
         return true;
     default:
         return false;
@@ -176,7 +176,9 @@ void VentanaPrincipal::closeEvent(QCloseEvent* evento) {
         evento->accept();
         return;
     }
-    evento->setAccepted(confirmarDescarte());
+    const bool seguir = confirmarDescarte();
+    cambiosDescartados_ = seguir && libro_.modificado;
+    evento->setAccepted(seguir);
 }
 
 void VentanaPrincipal::actualizarTitulo() {
@@ -214,11 +216,9 @@ void VentanaPrincipal::dropEvent(QDropEvent* evento) {
 }
 
 void VentanaPrincipal::abrirSoltado(const QString& ruta) {
-    if (!confirmarDescarte()) {
-        return;
+    if (confirmarDescarte()) {
+        abrirArchivo(ruta);
     }
-    abrirArchivo(ruta);
-    cambiosDescartados_ = false;
 }
 
 } // namespace interfaz

@@ -2,6 +2,7 @@
 
 #include "ui/ventana_principal.h"
 
+#include "ui/pestanas_hojas.h"
 #include "ui/preparar_aplicacion.h"
 #include "ui/widget_hoja.h"
 
@@ -9,6 +10,7 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QHBoxLayout>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -20,6 +22,7 @@
 #include <QTabBar>
 #include <QToolBar>
 #include <QToolButton>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -116,17 +119,7 @@ QWidget* VentanaPrincipal::crearBarraPestanas() {
     fila->setContentsMargins(8, 0, 8, 0);
     fila->setSpacing(4);
 
-    pestanas_ = new QTabBar;
-    pestanas_->setShape(QTabBar::RoundedSouth);
-    pestanas_->setExpanding(false);
-    pestanas_->setDrawBase(false);
-    pestanas_->setUsesScrollButtons(true);
-    // Sin esto reserva sitio para sus flechas aunque las pestañas quepan.
-    pestanas_->setMinimumWidth(1);
-    pestanas_->setElideMode(Qt::ElideRight);
-    pestanas_->setFocusPolicy(Qt::StrongFocus);
-    pestanas_->setContextMenuPolicy(Qt::CustomContextMenu);
-    pestanas_->setAccessibleName(QStringLiteral("Hojas del libro"));
+    pestanas_ = new PestanasHojas;
     fila->addWidget(pestanas_);
 
     botonHojaNueva_ = new QToolButton;
@@ -159,6 +152,7 @@ void VentanaPrincipal::configurarBarraEstado() {
     deslizadorZoom_->setSingleStep(5);
     deslizadorZoom_->setPageStep(25);
     deslizadorZoom_->setFixedWidth(110);
+    deslizadorZoom_->setFocusPolicy(Qt::TabFocus);
     deslizadorZoom_->setAccessibleName(QStringLiteral("Zoom"));
     deslizadorZoom_->setToolTip(QStringLiteral("Zoom"));
     barra->addPermanentWidget(deslizadorZoom_);
@@ -257,6 +251,14 @@ bool VentanaPrincipal::eventFilter(QObject* receptor, QEvent* evento) {
     if (receptor == pestanas_ && evento->type() == QEvent::ContextMenu &&
         static_cast<QContextMenuEvent*>(evento)->reason() == QContextMenuEvent::Keyboard) {
         menuDePestana(pestanas_->tabRect(pestanas_->currentIndex()).center());
+        return true;
+    }
+    if (evento->type() == QEvent::ToolTip &&
+        receptor->objectName() == QLatin1String("btn_toolbar")) {
+        // El globo tomaría del botón su letra, grande o en cursiva; de su ranura no toma ninguna.
+        const auto* boton = static_cast<QToolButton*>(receptor);
+        QToolTip::showText(static_cast<QHelpEvent*>(evento)->globalPos(), boton->toolTip(),
+                           boton->parentWidget());
         return true;
     }
     if (evento->type() != QEvent::KeyPress) {

@@ -70,6 +70,20 @@ class PruebaAccesible : public QObject {
         QVERIFY(p.pestanas()->hasFocus());
     }
 
+    void elRatonNoQuitaElFocoALaCuadricula() {
+        VentanaDePrueba p;
+        p.ventana().agregarHoja();
+        p.hoja()->setFocus();
+        p.pulsarPestana(0);
+        for (const char* nombre :
+             {"btnNuevaHoja", "deslizadorZoom", "toggle_modo", "toggle_modo"}) {
+            p.pulsar(p.control<QWidget>(nombre));
+            QVERIFY2(p.hoja()->hasFocus(), nombre);
+        }
+        p.pulsar(p.boton(QStringLiteral("Negrita")));
+        QVERIFY(p.hoja()->hasFocus());
+    }
+
     void elTabuladorVaDelNombreALaCuadricula() {
         VentanaDePrueba p;
         auto* nombre = p.control<QLineEdit>("cuadroNombre");

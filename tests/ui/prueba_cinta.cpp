@@ -7,10 +7,12 @@
 #include <QClipboard>
 #include <QFrame>
 #include <QGuiApplication>
+#include <QHelpEvent>
 #include <QLayout>
 #include <QObject>
 #include <QTest>
 #include <QToolBar>
+#include <QToolTip>
 
 using pruebas::VentanaDePrueba;
 
@@ -229,6 +231,24 @@ class PruebaCinta : public QObject {
         QVERIFY(imagenes[1] != imagenes[2]);
         // Izquierda y derecha son la misma imagen en un espejo.
         QCOMPARE(imagenes[0].mirrored(true, false), imagenes[2]);
+    }
+
+    void losGlobosNoTomanLaLetraDelBoton() {
+        VentanaDePrueba p;
+        QToolButton* boton = p.boton(QStringLiteral("Cursiva"));
+        const QPoint punto = boton->rect().center();
+        QHelpEvent ayuda(QEvent::ToolTip, punto, boton->mapToGlobal(punto));
+        QApplication::sendEvent(boton, &ayuda);
+        const QWidget* globo = nullptr;
+        for (const QWidget* w : QApplication::topLevelWidgets()) {
+            if (w->inherits("QTipLabel") && w->isVisible()) {
+                globo = w;
+            }
+        }
+        QVERIFY(globo != nullptr);
+        QVERIFY(!globo->font().italic());
+        QVERIFY(globo->font().pixelSize() < 16);
+        QToolTip::hideText();
     }
 
     void laTintaDeLosSimbolosEsPareja() {

@@ -35,6 +35,15 @@ class PruebaHojas : public QObject {
         QCOMPARE(mas->toolTip(), QStringLiteral("Hoja nueva"));
     }
 
+    void elMasVaPegadoALasPestanas() {
+        VentanaDePrueba p;
+        p.ventana();
+        QCoreApplication::processEvents();
+        const QWidget* mas = p.control<QToolButton>("btnNuevaHoja");
+        const int fin = p.pestanas()->x() + p.pestanas()->tabRect(0).right();
+        QVERIFY(mas->x() - fin < 16);
+    }
+
     void masAgregaUnaHojaYLaActiva() {
         VentanaDePrueba p;
         p.editor().seleccionar(5, 5);

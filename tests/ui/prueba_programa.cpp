@@ -14,6 +14,7 @@
 #include <QTimer>
 
 #include <csignal>
+#include <functional>
 #include <sys/types.h>
 
 using pruebas::Dialogos;
@@ -76,12 +77,14 @@ Q_COREAPP_STARTUP_FUNCTION(usarElPrograma)
 /// El programa en marcha, con su carpeta temporal.
 class Programa {
   public:
-    Programa(const QTemporaryDir& carpeta, const char* guion, const QStringList& argumentos = {}) {
+    Programa(const QTemporaryDir& carpeta, const char* guion, const QStringList& argumentos = {},
+             const std::function<void()>& alNacer = {}) {
         QProcessEnvironment entorno = QProcessEnvironment::systemEnvironment();
         entorno.insert(QStringLiteral("TMPDIR"), carpeta.path());
         entorno.insert(QStringLiteral("MARNEL_GUION_DE_PRUEBA"), QString::fromLatin1(guion));
         entorno.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
         proceso.setProcessEnvironment(entorno);
+        proceso.setChildProcessModifier(alNacer);
         proceso.start(QCoreApplication::applicationFilePath(),
                       QStringList{QStringLiteral("--programa")} + argumentos);
     }
@@ -127,6 +130,23 @@ class PruebaPrograma : public QObject {
                                           libro),
                  nucleo::kArchivoBien);
         QCOMPARE(libro.hojas[0]->celda(0, 0)->entrada, std::string("tecleado"));
+    }
+
+    void loQueYaSeIgnorabaSeSigueIgnorando() {
+        const QTemporaryDir carpeta;
+        Programa programa(carpeta, "mirar", {}, [] { std::signal(SIGHUP, SIG_IGN); });
+        QVERIFY(!programa.esperarLinea().isEmpty());
+        QFile estado(QStringLiteral("/proc/%1/status").arg(programa.proceso.processId()));
+        QVERIFY(estado.open(QIODevice::ReadOnly));
+        const QString texto = QString::fromUtf8(estado.readAll());
+        const qsizetype donde = texto.indexOf(QStringLiteral("SigIgn:"));
+        QVERIFY(donde >= 0);
+        const quint64 ignoradas =
+            texto.mid(donde + 7).section(u'\n', 0, 0).trimmed().toULongLong(nullptr, 16);
+        QVERIFY((ignoradas & (quint64{1} << (SIGHUP - 1))) != 0);
+        QVERIFY((ignoradas & (quint64{1} << (SIGTERM - 1))) == 0);
+        programa.avisar(SIGTERM);
+        QVERIFY(programa.terminaBien());
     }
 
     void sinCambiosNoQuedaNada() {
