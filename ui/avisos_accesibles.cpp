@@ -41,20 +41,20 @@ void AvisosAccesibles::ponerAlDia() {
     if (otraTabla) {
         QAccessibleTableModelChangeEvent cambio(&vista_,
                                                 QAccessibleTableModelChangeEvent::ModelReset);
-        QAccessible::updateAccessibility(&cambio);
+        emisor_(&cambio);
     }
     const int activa = tabla->indice(seleccion.activaFila, seleccion.activaCol);
     if (otraSeleccion) {
         QAccessibleEvent aviso(&vista_, QAccessible::SelectionWithin);
-        QAccessible::updateAccessibility(&aviso);
+        emisor_(&aviso);
         QAccessibleEvent elegida(&vista_, QAccessible::Selection);
         elegida.setChild(activa);
-        QAccessible::updateAccessibility(&elegida);
+        emisor_(&elegida);
     }
     if (otraCelda && vista_.hasFocus()) {
         QAccessibleEvent foco(&vista_, QAccessible::Focus);
         foco.setChild(activa);
-        QAccessible::updateAccessibility(&foco);
+        emisor_(&foco);
     }
 }
 

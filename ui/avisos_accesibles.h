@@ -2,6 +2,8 @@
 
 #include "editing/seleccion.h"
 
+#include <QAccessible>
+
 namespace interfaz {
 
 class WidgetHoja;
@@ -13,12 +15,17 @@ class AvisosAccesibles {
     /// Da de alta la tabla accesible de las vistas de hoja; solo hace algo la primera vez.
     static void instalarFabrica();
 
-    explicit AvisosAccesibles(WidgetHoja& vista) : vista_(vista) {}
+    /// A quién se cuenta cada cosa.
+    using Emisor = void (*)(QAccessibleEvent*);
+
+    explicit AvisosAccesibles(WidgetHoja& vista, Emisor emisor = &QAccessible::updateAccessibility)
+        : vista_(vista), emisor_(emisor) {}
 
     void ponerAlDia();
 
   private:
     WidgetHoja& vista_;
+    Emisor emisor_;
     int hoja_ = -1;
     int filas_ = -1;
     int columnas_ = -1;

@@ -133,26 +133,32 @@ void WidgetHoja::ponerAlDia() {
     avisarLectores();
 }
 
+QPoint WidgetHoja::inicioDesplazable() const {
+    // Un archivo puede inmovilizar más píxeles de los que caben en un `int` con su franja.
+    constexpr int kPanelMaximo = 1'000'000'000;
+    return {renderizador::kAnchoEncabezado + std::min(renderizador_.anchoPanelFijo(), kPanelMaximo),
+            renderizador::kAltoEncabezado + std::min(renderizador_.altoPanelFijo(), kPanelMaximo)};
+}
+
 void WidgetHoja::actualizarScrollbars() {
     prepararRenderizador();
     const renderizador::Renderizador::Fotograma fotograma(renderizador_);
     const QSize contenido = renderizador_.tamanoContenido();
-    const int inicioX = renderizador::kAnchoEncabezado + renderizador_.anchoPanelFijo();
-    const int inicioY = renderizador::kAltoEncabezado + renderizador_.altoPanelFijo();
+    const QPoint inicio = inicioDesplazable();
     std::int64_t finX = 0;
     std::int64_t finY = 0;
     if (const nucleo::Hoja* hoja = renderizador_.hoja) {
         const editor::Seleccion& seleccion = editor_.seleccion();
         const QRect activa = renderizador_.rectCelda(seleccion.activaFila, seleccion.activaCol);
         if (seleccion.activaCol >= hoja->columnasInmovilizadas) {
-            finX = std::int64_t{activa.right()} + 1 - inicioX + renderizador_.desplazamientoX;
+            finX = std::int64_t{activa.right()} + 1 - inicio.x() + renderizador_.desplazamientoX;
         }
         if (seleccion.activaFila >= hoja->filasInmovilizadas) {
-            finY = std::int64_t{activa.bottom()} + 1 - inicioY + renderizador_.desplazamientoY;
+            finY = std::int64_t{activa.bottom()} + 1 - inicio.y() + renderizador_.desplazamientoY;
         }
     }
-    ajustarBarra(horizontalScrollBar(), contenido.width(), viewport()->width() - inicioX, finX);
-    ajustarBarra(verticalScrollBar(), contenido.height(), viewport()->height() - inicioY, finY);
+    ajustarBarra(horizontalScrollBar(), contenido.width(), viewport()->width() - inicio.x(), finX);
+    ajustarBarra(verticalScrollBar(), contenido.height(), viewport()->height() - inicio.y(), finY);
 }
 
 void WidgetHoja::asegurarVisible() {
@@ -164,19 +170,20 @@ void WidgetHoja::asegurarVisible() {
         const int fila = seleccion.activaFila;
         const int col = seleccion.activaCol;
         const QRect rect = renderizador_.rectCeldaConFusion(fila, col);
+        const QPoint inicio = inicioDesplazable();
         // Una fusión que empieza en lo inmovilizado siempre enseña su principio.
         const nucleo::RangoFusion* fusion = hoja->fusionEn(fila, col);
         const int primeraFila = fusion != nullptr ? fusion->fila1 : fila;
         const int primeraCol = fusion != nullptr ? fusion->col1 : col;
         if (primeraCol >= hoja->columnasInmovilizadas) {
-            const int limite = renderizador::kAnchoEncabezado + renderizador_.anchoPanelFijo();
-            desplazar(horizontalScrollBar(), desplazamientoNecesario(rect.left(), rect.right(),
-                                                                     limite, viewport()->width()));
+            desplazar(horizontalScrollBar(),
+                      desplazamientoNecesario(rect.left(), rect.right(), inicio.x(),
+                                              viewport()->width()));
         }
         if (primeraFila >= hoja->filasInmovilizadas) {
-            const int limite = renderizador::kAltoEncabezado + renderizador_.altoPanelFijo();
-            desplazar(verticalScrollBar(), desplazamientoNecesario(rect.top(), rect.bottom(),
-                                                                   limite, viewport()->height()));
+            desplazar(verticalScrollBar(),
+                      desplazamientoNecesario(rect.top(), rect.bottom(), inicio.y(),
+                                              viewport()->height()));
         }
     }
     ponerAlDia();
@@ -196,7 +203,9 @@ void WidgetHoja::notificarSeleccion() {
 }
 
 void WidgetHoja::avisarLectores() {
-    avisos_.ponerAlDia();
+    if (QAccessible::isActive()) {
+        avisos_.ponerAlDia();
+    }
 }
 
 void WidgetHoja::resizeEvent(QResizeEvent* evento) {

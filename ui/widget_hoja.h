@@ -43,6 +43,8 @@ class WidgetHoja : public QAbstractScrollArea {
     /// Verdadero mientras el editor de celda está abierto.
     bool editando() const;
     QLineEdit* editorCelda() const { return editorCelda_; }
+    /// Los métodos de entrada y la tecla de menú se abren en la celda activa.
+    QVariant inputMethodQuery(Qt::InputMethodQuery consulta) const override;
     const nucleo::Libro& libro() const { return libro_; }
     editor::Editor& editor() const { return editor_; }
 
@@ -93,7 +95,6 @@ class WidgetHoja : public QAbstractScrollArea {
     void scrollContentsBy(int dx, int dy) override;
     bool eventFilter(QObject* objeto, QEvent* evento) override;
     void inputMethodEvent(QInputMethodEvent* evento) override;
-    QVariant inputMethodQuery(Qt::InputMethodQuery consulta) const override;
 
   private:
     /// Dónde empezó la edición pendiente: ahí se escribe, aunque la selección o la hoja cambien.
@@ -108,6 +109,8 @@ class WidgetHoja : public QAbstractScrollArea {
     void prepararRenderizador() const;
     /// El rectángulo de la celda activa que se ve, en píxeles de la vista.
     QRect rectActivaVisible() const;
+    /// Donde acaban encabezados e inmovilizados y empieza lo que se desplaza.
+    QPoint inicioDesplazable() const;
     void actualizarScrollbars();
     /// Barras, editor de celda y pintura.
     void ponerAlDia();

@@ -58,9 +58,9 @@ void WidgetHoja::posicionarEditorCelda() {
     const nucleo::Hoja* hoja = renderizador_.hoja;
     const bool fijaX = hoja != nullptr && enEdicion_.col < hoja->columnasInmovilizadas;
     const bool fijaY = hoja != nullptr && enEdicion_.fila < hoja->filasInmovilizadas;
-    const QPoint esquina(
-        renderizador::kAnchoEncabezado + (fijaX ? 0 : renderizador_.anchoPanelFijo()),
-        renderizador::kAltoEncabezado + (fijaY ? 0 : renderizador_.altoPanelFijo()));
+    const QPoint inicio = inicioDesplazable();
+    const QPoint esquina(fijaX ? renderizador::kAnchoEncabezado : inicio.x(),
+                         fijaY ? renderizador::kAltoEncabezado : inicio.y());
     if (rect.left() >= esquina.x() && rect.top() >= esquina.y()) {
         editorCelda_->clearMask();
         return;
@@ -240,6 +240,11 @@ void WidgetHoja::keyPressEvent(QKeyEvent* evento) {
         return;
     }
     if (editando()) {
+        if (editorCelda_->hasFocus()) {
+            // El editor de celda no la quiso y ha subido hasta aquí: tampoco mueve la celda.
+            evento->ignore();
+            return;
+        }
         // Se edita desde la barra de fórmulas y el foco ha vuelto aquí: la tecla es del texto.
         editorCelda_->setFocus();
         QCoreApplication::sendEvent(editorCelda_, evento);

@@ -3,52 +3,55 @@
 
 #include <QAccessible>
 
+#include <algorithm>
+
 using pruebas::RejillaDePrueba;
 
 namespace {
 
-/// Lo que se ha contado a los lectores de pantalla mientras vive el oyente.
+/// Lo que se contaría a los lectores de pantalla: sin ninguno a la escucha, Qt no lo entrega.
 class Oyente {
   public:
+    explicit Oyente(RejillaDePrueba& r) : avisos_(r.hoja, &apuntar) {
+        avisos_.ponerAlDia();
+        apuntados().clear();
+    }
+
+    /// Cuántos avisos de un tipo hay desde la última vez que se olvidaron.
+    int cuantos(QAccessible::Event tipo) {
+        avisos_.ponerAlDia();
+        return static_cast<int>(
+            std::count_if(apuntados().begin(), apuntados().end(),
+                          [tipo](const Aviso& aviso) { return aviso.tipo == tipo; }));
+    }
+    /// El nombre de la celda del último aviso de un tipo.
+    QString ultima(QAccessible::Event tipo) {
+        avisos_.ponerAlDia();
+        QString celda;
+        for (const Aviso& aviso : apuntados()) {
+            celda = aviso.tipo == tipo ? aviso.celda : celda;
+        }
+        return celda;
+    }
+    void olvidar() { apuntados().clear(); }
+
+  private:
     struct Aviso {
         QAccessible::Event tipo;
         QString celda;
     };
 
-    Oyente() {
-        avisos().clear();
-        anterior_ = QAccessible::installUpdateHandler([](QAccessibleEvent* evento) {
-            QAccessibleInterface* interfaz = evento->accessibleInterface();
-            avisos().append({evento->type(), interfaz != nullptr
-                                                 ? interfaz->text(QAccessible::Name)
-                                                 : QString()});
-        });
-    }
-    ~Oyente() { QAccessible::installUpdateHandler(anterior_); }
-    Oyente(const Oyente&) = delete;
-    Oyente& operator=(const Oyente&) = delete;
-
-    int cuantos(QAccessible::Event tipo) const {
-        return static_cast<int>(
-            std::count_if(avisos().begin(), avisos().end(),
-                          [tipo](const Aviso& aviso) { return aviso.tipo == tipo; }));
-    }
-    QString ultima(QAccessible::Event tipo) const {
-        QString celda;
-        for (const Aviso& aviso : avisos()) {
-            celda = aviso.tipo == tipo ? aviso.celda : celda;
-        }
-        return celda;
-    }
-    void olvidar() { avisos().clear(); }
-
-  private:
-    static QList<Aviso>& avisos() {
+    static QList<Aviso>& apuntados() {
         static QList<Aviso> lista;
         return lista;
     }
+    static void apuntar(QAccessibleEvent* evento) {
+        QAccessibleInterface* interfaz = evento->accessibleInterface();
+        apuntados().append(
+            {evento->type(), interfaz != nullptr ? interfaz->text(QAccessible::Name) : QString()});
+    }
 
-    QAccessible::UpdateHandler anterior_ = nullptr;
+    interfaz::AvisosAccesibles avisos_;
 };
 
 } // namespace
@@ -112,8 +115,7 @@ void PruebaRejillaAccesible::cadaCeldaDiceSuDireccionSuValorYQueEs_data() {
     fila("moneda", "$ 1234,5", "$ 1.234,50", "");
     fila("fórmula", "=1+2", "3", "Fórmula: =1+2");
     fila("división", "=1/0", "#¡DIV/0!", "Error: división por cero. Fórmula: =1/0");
-    fila("circular", "=B12", "#¡CIRCULAR!",
-         "Error: la fórmula depende de sí misma. Fórmula: =B12");
+    fila("circular", "=B12", "#¡CIRCULAR!", "Error: la fórmula depende de sí misma. Fórmula: =B12");
     fila("nombre", "=NADA(1)", "#¡NOMBRE?", "Error: nombre desconocido. Fórmula: =NADA(1)");
 }
 
@@ -154,8 +156,8 @@ void PruebaRejillaAccesible::losEncabezadosNombranFilasYColumnas() {
     QCOMPARE(celda->rowHeaderCells().first()->role(), QAccessible::RowHeader);
     QCOMPARE(tabla(r)->columnDescription(3), QStringLiteral("D"));
     QCOMPARE(tabla(r)->rowDescription(6), QStringLiteral("7"));
-    const QPoint esquina = r.hoja.viewport()->mapFromGlobal(
-        celda->columnHeaderCells().first()->rect().topLeft());
+    const QPoint esquina =
+        r.hoja.viewport()->mapFromGlobal(celda->columnHeaderCells().first()->rect().topLeft());
     QCOMPARE(esquina, QPoint(r.rect(0, 3).left(), 0));
 }
 
@@ -170,8 +172,7 @@ void PruebaRejillaAccesible::losHijosTienenIndice() {
         QCOMPARE(raiz(r)->indexOfChild(hijo), i);
         nombres << hijo->text(QAccessible::Name);
     }
-    QCOMPARE(nombres.mid(0, 8),
-             (QStringList{QString(), "A", "B", "C", "D", "E", "1", "A1"}));
+    QCOMPARE(nombres.mid(0, 8), (QStringList{QString(), "A", "B", "C", "D", "E", "1", "A1"}));
     QCOMPARE(nombres.last(), QStringLiteral("E4"));
     QVERIFY(raiz(r)->child(-1) == nullptr);
     QVERIFY(raiz(r)->child(30) == nullptr);
@@ -241,7 +242,7 @@ void PruebaRejillaAccesible::sePreguntaPorUnPunto() {
 
 void PruebaRejillaAccesible::moverLaCeldaActivaSeCuenta() {
     RejillaDePrueba r;
-    const Oyente oyente;
+    Oyente oyente(r);
     r.tecla(Qt::Key_Down);
     QCOMPARE(oyente.cuantos(QAccessible::Focus), 1);
     QCOMPARE(oyente.ultima(QAccessible::Focus), QStringLiteral("A2"));
@@ -262,7 +263,7 @@ void PruebaRejillaAccesible::moverLaCeldaActivaSeCuenta() {
 void PruebaRejillaAccesible::cambiarDeHojaSeCuenta() {
     RejillaDePrueba r;
     r.libro.agregarHoja();
-    Oyente oyente;
+    Oyente oyente(r);
     r.libro.hojaActiva = 1;
     r.hoja.refrescar();
     QCOMPARE(oyente.cuantos(QAccessible::TableModelChanged), 1);
@@ -299,6 +300,6 @@ void PruebaRejillaAccesible::unaCeldaSobreviveASuVista() {
     QVERIFY(QAccessible::accessibleInterface(id) == nullptr);
 }
 
-REGISTRAR_PRUEBAS(PruebaRejillaAccesible)
+REGISTRAR_PRUEBAS(PruebaRejillaAccesible);
 
 #include "prueba_rejilla_accesible.moc"

@@ -46,8 +46,8 @@ void PruebaRejillaEdicion::f2EditaLoGuardadoConElCursorAlFinal() {
     QCOMPARE(r.editorCelda()->text(), QStringLiteral("=SUMA(A1:A3)"));
     QCOMPARE(r.editorCelda()->cursorPosition(), 12);
     QVERIFY(r.editorCelda()->hasFocus());
-    QCOMPARE(r.texto.size(), 1);
-    QCOMPARE(r.texto.at(0).at(0).toString(), QStringLiteral("=SUMA(A1:A3)"));
+    QCOMPARE(r.textoEdicion.size(), 1);
+    QCOMPARE(r.textoEdicion.at(0).at(0).toString(), QStringLiteral("=SUMA(A1:A3)"));
 }
 
 void PruebaRejillaEdicion::f2EnUnaCeldaVaciaEmpiezaVacio() {
@@ -153,10 +153,10 @@ void PruebaRejillaEdicion::loTecleadoSeRefleja() {
     RejillaDePrueba r;
     QTest::keyClicks(&r.hoja, "a");
     QTest::keyClicks(r.editorCelda(), "bc");
-    QCOMPARE(r.texto.size(), 3);
-    QCOMPARE(r.texto.last().at(0).toString(), QStringLiteral("abc"));
+    QCOMPARE(r.textoEdicion.size(), 3);
+    QCOMPARE(r.textoEdicion.last().at(0).toString(), QStringLiteral("abc"));
     r.editorCelda()->setText(QStringLiteral("puesto por programa"));
-    QCOMPARE(r.texto.size(), 3);
+    QCOMPARE(r.textoEdicion.size(), 3);
 }
 
 void PruebaRejillaEdicion::laBarraDeFormulasSeRefleja() {
@@ -171,7 +171,7 @@ void PruebaRejillaEdicion::laBarraDeFormulasSeRefleja() {
     QVERIFY(r.hoja.editando());
     QVERIFY2(barra.hasFocus(), "se sigue escribiendo en la barra");
     QCOMPARE(r.editorCelda()->text(), QStringLiteral("=1+"));
-    QCOMPARE(r.texto.size(), 0);
+    QCOMPARE(r.textoEdicion.size(), 0);
     r.editorCelda()->setCursorPosition(1);
     r.hoja.sincronizarTextoEdicion(QStringLiteral("=1+"));
     QCOMPARE(r.editorCelda()->cursorPosition(), 1);
@@ -237,7 +237,8 @@ void PruebaRejillaEdicion::olvidarNoEscribe() {
 
 void PruebaRejillaEdicion::loIntactoConservaSusOctetos() {
     RejillaDePrueba r;
-    const std::string octetos = "a\xFF\xFE" "b";
+    const std::string octetos = "a\xFF\xFE"
+                                "b";
     r.poner(0, 0, octetos);
     r.libro.modificado = false;
     r.tecla(Qt::Key_F2);
@@ -393,6 +394,6 @@ void PruebaRejillaEdicion::seDiceDondeEstaLaCeldaActiva() {
              r.hoja.renderizador().rectCeldaConFusion(1, 1));
 }
 
-REGISTRAR_PRUEBAS(PruebaRejillaEdicion)
+REGISTRAR_PRUEBAS(PruebaRejillaEdicion);
 
 #include "prueba_rejilla_edicion.moc"

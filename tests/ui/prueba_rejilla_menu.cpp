@@ -1,12 +1,12 @@
 #include "tests/ui/registro.h"
 #include "tests/ui/rejilla_de_prueba.h"
 
-#include <functional>
-
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QTimer>
+
+#include <functional>
 
 using pruebas::RejillaDePrueba;
 
@@ -39,10 +39,9 @@ class PruebaRejillaMenu : public QObject {
             menu->close();
         });
         QContextMenuEvent evento(por, donde, r.hoja.viewport()->mapToGlobal(donde));
-        QApplication::sendEvent(por == QContextMenuEvent::Mouse
-                                    ? static_cast<QWidget*>(r.hoja.viewport())
-                                    : &r.hoja,
-                                &evento);
+        QApplication::sendEvent(
+            por == QContextMenuEvent::Mouse ? static_cast<QWidget*>(r.hoja.viewport()) : &r.hoja,
+            &evento);
         QVERIFY(visto);
     }
     static Visita elegir(const QString& id) {
@@ -173,10 +172,10 @@ void PruebaRejillaMenu::cerrarLaVistaConElMenuAbierto() {
     QTimer::singleShot(0, qApp, [hoja] { delete hoja; });
     const QPoint donde(100, 100);
     QContextMenuEvent evento(QContextMenuEvent::Mouse, donde, hoja->mapToGlobal(donde));
-    QApplication::sendEvent(hoja, &evento);
+    QApplication::sendEvent(hoja->viewport(), &evento);
     QVERIFY(vivo == nullptr);
 }
 
-REGISTRAR_PRUEBAS(PruebaRejillaMenu)
+REGISTRAR_PRUEBAS(PruebaRejillaMenu);
 
 #include "prueba_rejilla_menu.moc"

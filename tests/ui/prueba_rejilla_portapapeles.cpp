@@ -102,6 +102,6 @@ void PruebaRejillaPortapapeles::unaCeldaVaciaCopiadaNoPegaNada() {
     QCOMPARE(r.entrada(6, 6), QString());
 }
 
-REGISTRAR_PRUEBAS(PruebaRejillaPortapapeles)
+REGISTRAR_PRUEBAS(PruebaRejillaPortapapeles);
 
 #include "prueba_rejilla_portapapeles.moc"

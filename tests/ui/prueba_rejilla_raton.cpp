@@ -1,10 +1,10 @@
 #include "tests/ui/registro.h"
 #include "tests/ui/rejilla_de_prueba.h"
 
-#include <limits>
-
 #include <QScrollBar>
 #include <QWheelEvent>
+
+#include <limits>
 
 using pruebas::RejillaDePrueba;
 
@@ -284,6 +284,6 @@ void PruebaRejillaRaton::unaFusionSeSeleccionaEntera() {
     QCOMPARE(r.seleccion(), QStringLiteral("B2>C3"));
 }
 
-REGISTRAR_PRUEBAS(PruebaRejillaRaton)
+REGISTRAR_PRUEBAS(PruebaRejillaRaton);
 
 #include "prueba_rejilla_raton.moc"

@@ -109,8 +109,8 @@ void PruebaRejillaTeclado::teclearEmpiezaAEditar() {
     QVERIFY(r.hoja.editando());
     QVERIFY(r.editorCelda()->hasFocus());
     QCOMPARE(r.editorCelda()->text(), texto);
-    QCOMPARE(r.texto.size(), 1);
-    QCOMPARE(r.texto.at(0).at(0).toString(), texto);
+    QCOMPARE(r.textoEdicion.size(), 1);
+    QCOMPARE(r.textoEdicion.at(0).at(0).toString(), texto);
     QCOMPARE(r.entrada(2, 2), QStringLiteral("lo de antes"));
 }
 
@@ -211,6 +211,6 @@ void PruebaRejillaTeclado::lasTeclasSinUsoSiguenSuCamino() {
     QVERIFY(!evento.isAccepted());
 }
 
-REGISTRAR_PRUEBAS(PruebaRejillaTeclado)
+REGISTRAR_PRUEBAS(PruebaRejillaTeclado);
 
 #include "prueba_rejilla_teclado.moc"

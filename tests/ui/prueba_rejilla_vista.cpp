@@ -1,10 +1,10 @@
 #include "tests/ui/registro.h"
 #include "tests/ui/rejilla_de_prueba.h"
 
+#include <QScrollBar>
+
 #include <algorithm>
 #include <limits>
-
-#include <QScrollBar>
 
 using pruebas::RejillaDePrueba;
 
@@ -244,6 +244,6 @@ void PruebaRejillaVista::hojasHostiles() {
     QVERIFY(r.hoja.verticalScrollBar()->minimum() == 0);
 }
 
-REGISTRAR_PRUEBAS(PruebaRejillaVista)
+REGISTRAR_PRUEBAS(PruebaRejillaVista);
 
 #include "prueba_rejilla_vista.moc"

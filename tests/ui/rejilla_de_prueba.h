@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "editing/editor.h"
 #include "formula/motor.h"
 #include "model/direcciones.h"
@@ -13,6 +11,8 @@
 #include <QMouseEvent>
 #include <QSignalSpy>
 #include <QTest>
+
+#include <string>
 
 namespace pruebas {
 
@@ -29,9 +29,7 @@ class RejillaDePrueba {
         olvidarSenales();
     }
 
-    nucleo::Hoja& activa() {
-        return *libro.hojas.at(static_cast<std::size_t>(libro.hojaActiva));
-    }
+    nucleo::Hoja& activa() { return *libro.hojas.at(static_cast<std::size_t>(libro.hojaActiva)); }
     void poner(int fila, int col, const std::string& texto) {
         motor.establecerCelda(libro.hojaActiva, fila, col, texto);
     }
@@ -82,7 +80,8 @@ class RejillaDePrueba {
     }
 
     void olvidarSenales() {
-        for (QSignalSpy* espia : {&seleccionCambiada, &libroModificado, &edicionTerminada, &texto}) {
+        for (QSignalSpy* espia :
+             {&seleccionCambiada, &libroModificado, &edicionTerminada, &textoEdicion}) {
             espia->clear();
         }
     }
@@ -103,7 +102,7 @@ class RejillaDePrueba {
     QSignalSpy seleccionCambiada{&hoja, &interfaz::WidgetHoja::seleccionCambiada};
     QSignalSpy libroModificado{&hoja, &interfaz::WidgetHoja::libroModificado};
     QSignalSpy edicionTerminada{&hoja, &interfaz::WidgetHoja::edicionTerminada};
-    QSignalSpy texto{&hoja, &interfaz::WidgetHoja::textoEdicionCambiado};
+    QSignalSpy textoEdicion{&hoja, &interfaz::WidgetHoja::textoEdicionCambiado};
 };
 
 } // namespace pruebas
