@@ -234,14 +234,9 @@ bool WidgetHoja::moverConTecla(const QKeyEvent& evento) {
 }
 
 void WidgetHoja::keyPressEvent(QKeyEvent* evento) {
-    if (editando() && editorCelda_->hasFocus()) {
-        // El editor no la ha querido: devolvérsela no acabaría nunca.
-        evento->ignore();
-        return;
-    }
     if (editando()) {
         if (editorCelda_->hasFocus()) {
-            // El editor de celda no la quiso y ha subido hasta aquí: tampoco mueve la celda.
+            // El editor no la quiso: no mueve la celda, y devolvérsela no acabaría nunca.
             evento->ignore();
             return;
         }

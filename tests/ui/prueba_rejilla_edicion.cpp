@@ -386,12 +386,17 @@ void PruebaRejillaEdicion::laComposicionSigueDentroDeLaCelda() {
 
 void PruebaRejillaEdicion::seDiceDondeEstaLaCeldaActiva() {
     RejillaDePrueba r;
+    // Se dice en coordenadas de la vista entera, que puede tener un marco.
+    const auto dicho = [&] {
+        return r.hoja.inputMethodQuery(Qt::ImCursorRectangle)
+            .toRect()
+            .translated(-r.hoja.viewport()->pos());
+    };
     r.seleccionar(5, 3);
-    QCOMPARE(r.hoja.inputMethodQuery(Qt::ImCursorRectangle).toRect(), r.rect(5, 3));
+    QCOMPARE(dicho(), r.rect(5, 3));
     r.activa().fusionar(1, 1, 2, 2);
     r.seleccionar(1, 1);
-    QCOMPARE(r.hoja.inputMethodQuery(Qt::ImCursorRectangle).toRect(),
-             r.hoja.renderizador().rectCeldaConFusion(1, 1));
+    QCOMPARE(dicho(), r.hoja.renderizador().rectCeldaConFusion(1, 1));
 }
 
 REGISTRAR_PRUEBAS(PruebaRejillaEdicion);
