@@ -155,10 +155,11 @@ std::string Motor::ajustarPorEstructura(const std::string& texto, const std::str
 
 void Motor::reescribirTrasEstructura(const std::string& hoja, bool filas, int inicio,
                                      int cantidad) {
-    reescribirFormulas([&](std::string_view texto, const nucleo::Hoja& hojaFormula) {
-        return motor_formulas::ajustarPorEstructura(texto, hojaFormula.nombre, hoja, filas, inicio,
-                                                    cantidad);
-    });
+    reescribirFormulas(
+        [&](std::string_view texto, const nucleo::Hoja& deFormula, std::string& salida) {
+            motor_formulas::ajustarPorEstructura(texto, deFormula.nombre, hoja, filas, inicio,
+                                                 cantidad, salida);
+        });
     libro_.modificado = true;
     recalcularTodo();
 }
@@ -169,30 +170,32 @@ void Motor::renombrarHoja(int hoja, const std::string& nuevoNombre) {
     const std::string viejo = libro_.hojas[static_cast<std::size_t>(hoja)]->nombre;
     if (!libro_.renombrarHoja(hoja, nuevoNombre))
         return;
-    reescribirFormulas([&](std::string_view texto, const nucleo::Hoja&) {
-        return renombrarEnFormula(texto, viejo, nuevoNombre);
+    reescribirFormulas([&](std::string_view texto, const nucleo::Hoja&, std::string& salida) {
+        renombrarEnFormula(texto, viejo, nuevoNombre, salida);
     });
     recalcularTodo();
 }
 
-void Motor::reescribirFormulas(
-    const std::function<std::string(std::string_view, const nucleo::Hoja&)>& reescribir) {
-    struct Cambio {
+void Motor::reescribirFormulas(const Reescritor& reescribir) {
+    struct Lugar {
         int fila;
         int col;
-        std::string entrada;
     };
-    std::vector<Cambio> cambios;
+    std::vector<Lugar> lugares;
+    std::string nueva;
     for (const auto& hoja : libro_.hojas) {
-        cambios.clear();
-        std::as_const(*hoja).celdas.recorrerFormulas([&](int fila, int col, const Celda& celda) {
-            const std::string_view texto = textoDeFormula(celda.entrada);
-            std::string nuevo = reescribir(texto, *hoja);
-            if (nuevo != texto)
-                cambios.push_back({fila, col, "=" + nuevo});
+        lugares.clear();
+        std::as_const(*hoja).celdas.recorrerFormulas([&](int fila, int col, const Celda&) {
+            lugares.push_back({fila, col});
         });
-        for (Cambio& cambio : cambios)
-            hoja->celdaMut(cambio.fila, cambio.col).entrada = std::move(cambio.entrada);
+        for (const Lugar& lugar : lugares) {
+            const std::string& entrada = std::as_const(*hoja).celda(lugar.fila, lugar.col)->entrada;
+            nueva = "=";
+            reescribir(textoDeFormula(entrada), *hoja, nueva);
+            // Solo se escribe la que cambia: las demás siguen en los bloques que comparten.
+            if (textoDeFormula(nueva) != textoDeFormula(entrada))
+                hoja->celdaMut(lugar.fila, lugar.col).entrada = nueva;
+        }
     }
 }
 

@@ -31,17 +31,32 @@ const nucleo::Celda* Recalculo::celdaFormula(std::uint64_t clave) const {
     return celda != nullptr && celda->tipo == nucleo::TipoCelda::Formula ? celda : nullptr;
 }
 
-void Recalculo::marcarPendiente(IdFormula formula) {
+void Recalculo::marcarPendiente(IdFormula formula, const nucleo::Celda& celda) {
     if (estados_.size() <= formula) {
         estados_.resize(grafo().limiteFormulas(), Estado::Hecha);
         turnos_.resize(estados_.size());
+        celdas_.resize(estados_.size());
     }
     estado(formula) = Estado::Pendiente;
+    celdas_[formula] = &celda;
     formulas_.push_back(formula);
     const std::uint64_t clave = grafo().claveDe(formula);
     if (enLaCuadricula(clave))
         sinHacer_.poner(nucleo::hojaDeClave(clave), nucleo::filaDeClave(clave),
                         nucleo::columnaDeClave(clave));
+}
+
+/// Pide a la memoria las celdas y los textos de las fórmulas que siguen a una: se leen casi siempre
+/// en este orden.
+void Recalculo::adelantar(std::size_t indice) const {
+    constexpr std::size_t kCeldas = 8;
+    constexpr std::size_t kTextos = 4;
+    if (indice + kCeldas >= formulas_.size())
+        return;
+    const nucleo::Celda* const celda = celdas_[formulas_[indice + kCeldas]];
+    __builtin_prefetch(celda);
+    __builtin_prefetch(&celda->valor);
+    __builtin_prefetch(celdas_[formulas_[indice + kTextos]]->entrada.data());
 }
 
 void Recalculo::empezar(Modo modo) {
@@ -56,13 +71,16 @@ void Recalculo::todo() {
     for (std::size_t hoja = 0; hoja < libro_.hojas.size(); ++hoja) {
         libro_.hojas[hoja]->celdas.completarLiterales();
         std::as_const(*libro_.hojas[hoja])
-            .celdas.recorrerFormulas([&](int fila, int col, const nucleo::Celda&) {
+            .celdas.recorrerFormulas([&](int fila, int col, const nucleo::Celda& celda) {
                 marcarPendiente(
-                    grafo().apuntarFormula(nucleo::claveCelda(static_cast<int>(hoja), fila, col)));
+                    grafo().apuntarFormula(nucleo::claveCelda(static_cast<int>(hoja), fila, col)),
+                    celda);
             });
     }
-    for (const IdFormula formula : formulas_)
-        resolver(formula);
+    for (std::size_t i = 0; i < formulas_.size(); ++i) {
+        adelantar(i);
+        resolver(formulas_[i]);
+    }
     resolverAplazadas();
     terminar();
 }
@@ -82,14 +100,17 @@ void Recalculo::cascada(std::span<const std::uint64_t> claves) {
     std::uint32_t turno = 0;
     for (std::size_t t = tandas_.size(); t-- > 0; ++turno) {
         for (std::size_t i = tandas_[t].desde; i < tandas_[t].hasta; ++i) {
-            if (celdaFormula(grafo().claveDe(alcanzadas_[i])) == nullptr)
+            const nucleo::Celda* const celda = celdaFormula(grafo().claveDe(alcanzadas_[i]));
+            if (celda == nullptr)
                 continue;
-            marcarPendiente(alcanzadas_[i]);
+            marcarPendiente(alcanzadas_[i], *celda);
             turnos_[alcanzadas_[i]] = turno;
         }
     }
-    for (const IdFormula formula : formulas_)
-        resolver(formula);
+    for (std::size_t i = 0; i < formulas_.size(); ++i) {
+        adelantar(i);
+        resolver(formulas_[i]);
+    }
     terminar();
 }
 
@@ -153,8 +174,7 @@ void Recalculo::abrir(IdFormula formula) {
 
 /// Falso si la fórmula tiene que esperar a las que hay en un rango demasiado grande.
 bool Recalculo::leerYRegistrar(IdFormula formula) {
-    const nucleo::Celda* const celda = celdaFormula(grafo().claveDe(formula));
-    if (celda == nullptr || !leer(formula, *celda))
+    if (!leer(formula))
         return true;
     precedentes_.recoger(codigo_);
     grafo().ponerBloques(formula, precedentes_.registrados);
@@ -213,8 +233,8 @@ void Recalculo::fijar(IdFormula formula, Estado final) {
                          nucleo::columnaDeClave(clave));
 }
 
-bool Recalculo::leer(IdFormula formula, const nucleo::Celda& celda) {
-    formulaValida_ = compilar(textoDeFormula(celda.entrada), &libro_,
+bool Recalculo::leer(IdFormula formula) {
+    formulaValida_ = compilar(textoDeFormula(celdas_[formula]->entrada), &libro_,
                               nucleo::hojaDeClave(grafo().claveDe(formula)), codigo_);
     leida_ = formula;
     return formulaValida_;
@@ -222,12 +242,9 @@ bool Recalculo::leer(IdFormula formula, const nucleo::Celda& celda) {
 
 void Recalculo::calcular(IdFormula formula) {
     const std::uint64_t clave = grafo().claveDe(formula);
-    const nucleo::Celda* const celda = celdaFormula(clave);
-    if (celda == nullptr)
-        return;
     // Si mientras esperaba se han leído otras fórmulas, se lee de nuevo.
     if (leida_ != formula)
-        leer(formula, *celda);
+        leer(formula);
     leida_ = 0;
     if (!formulaValida_) {
         guardar(clave, Valor::deError(ErrorCelda::ValorInvalido));

@@ -85,7 +85,8 @@ class Recalculo {
     nucleo::GrafoDependencias& grafo() { return libro_.grafo(); }
     Estado& estado(IdFormula formula) { return estados_[formula]; }
     const nucleo::Celda* celdaFormula(std::uint64_t clave) const;
-    void marcarPendiente(IdFormula formula);
+    void marcarPendiente(IdFormula formula, const nucleo::Celda& celda);
+    void adelantar(std::size_t indice) const;
     void alcanzarDesde(std::uint64_t clave);
 
     void resolver(IdFormula formula);
@@ -96,7 +97,7 @@ class Recalculo {
     void cerrar(Estado final);
     void fijar(IdFormula formula, Estado final);
     void calcular(IdFormula formula);
-    bool leer(IdFormula formula, const nucleo::Celda& celda);
+    bool leer(IdFormula formula);
     void guardar(std::uint64_t clave, const nucleo::Valor& valor);
 
     void resolverAplazadas();
@@ -107,7 +108,11 @@ class Recalculo {
 
     nucleo::Libro& libro_;
     Modo modo_ = Modo::Cascada;
-    std::vector<Estado> estados_;     ///< por fórmula; fuera de un recálculo todas `Hecha`
+    std::vector<Estado> estados_; ///< por fórmula; fuera de un recálculo todas `Hecha`
+    /// Por fórmula, la celda en la que está. Guardar resultados no mueve las celdas de su sitio, y
+    /// las de un bloque que se aparta siguen vivas en la copia que lo compartía, con el mismo
+    /// texto.
+    std::vector<const nucleo::Celda*> celdas_;
     ConjuntoCeldas sinHacer_;         ///< las que no están en `Hecha`
     std::vector<IdFormula> formulas_; ///< las de este recálculo
     std::vector<IdFormula> alcanzadas_;

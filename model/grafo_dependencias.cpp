@@ -36,6 +36,10 @@ GrafoDependencias::Ranura GrafoDependencias::ranuraDe(std::uint64_t clave) const
 
 GrafoDependencias::Ranura GrafoDependencias::ranuraPara(std::uint64_t clave) {
     const std::uint64_t base = clave & ~kMascaraFilaBloque;
+    const auto enBloque = static_cast<std::uint32_t>((clave & kMascaraFilaBloque) >> 16);
+    BloqueReciente& reciente = recientes_[clave % kRecientes];
+    if (reciente.bloque != 0 && reciente.claveBase == base)
+        return reciente.bloque * kFilasBloque + enBloque;
     const std::uint32_t mezcla = mezclarClave(base);
     std::uint32_t bloque = tablaBloques_.buscar(mezcla, [this, base](std::uint32_t candidato) {
         return bloques_[candidato].claveBase == base;
@@ -45,7 +49,8 @@ GrafoDependencias::Ranura GrafoDependencias::ranuraPara(std::uint64_t clave) {
         bloques_.emplace_back().claveBase = base;
         tablaBloques_.insertar(mezcla, bloque);
     }
-    return bloque * kFilasBloque + static_cast<std::uint32_t>((clave & kMascaraFilaBloque) >> 16);
+    reciente = {base, bloque};
+    return bloque * kFilasBloque + enBloque;
 }
 
 std::uint64_t GrafoDependencias::claveDeRanura(Ranura ranura) const {
@@ -203,6 +208,7 @@ void GrafoDependencias::quitarDependencias(std::uint64_t clave) {
 void GrafoDependencias::limpiar() {
     tablaBloques_.vaciar();
     bloques_.resize(1);
+    recientes_.fill({});
     formulas_.resize(1);
     formulasLibres_.clear();
     referencias_.resize(1);

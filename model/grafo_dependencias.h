@@ -109,6 +109,13 @@ class GrafoDependencias {
         IdReferencia anterior = 0;  ///< 0 = es la primera
     };
 
+    /// Un bloque buscado hace poco: las fórmulas seguidas leen casi siempre los mismos.
+    struct BloqueReciente {
+        std::uint64_t claveBase = 0;
+        std::uint32_t bloque = 0; ///< 0 = ninguno
+    };
+    static constexpr std::size_t kRecientes = 64;
+
     Ranura ranuraDe(std::uint64_t clave) const;
     Ranura ranuraPara(std::uint64_t clave);
     Celdilla& celdilla(Ranura ranura) {
@@ -131,6 +138,7 @@ class GrafoDependencias {
 
     TablaIndices tablaBloques_;
     std::vector<Bloque> bloques_{1};
+    std::array<BloqueReciente, kRecientes> recientes_{}; ///< por columna
     std::vector<Formula> formulas_{1};
     std::vector<IdFormula> formulasLibres_;
     std::vector<Referencia> referencias_{1};
