@@ -1,15 +1,73 @@
 #include "editing/editor.h"
 
+#include <cstdint>
+#include <string>
+#include <vector>
+
 namespace editor {
 
 using nucleo::Hoja;
 
 namespace {
 
-std::string contada(const char* verbo, int cantidad, const char* singular, const char* plural) {
+enum class Cuando : std::uint8_t { Siempre, Varias, VariasSinFusion, Fusionada };
+enum class Cuenta : std::uint8_t { Nada, Filas, Columnas };
+
+/// Una entrada del menú, antes de saber qué hay seleccionado.
+struct Entrada {
+    const char* id;
+    const char* verbo; ///< la etiqueta entera si no se cuenta nada
+    const char* una = "";
+    const char* varias = "";
+    Cuenta cuenta = Cuenta::Nada;
+    Cuando cuando = Cuando::Siempre;
+    bool separadorAntes = false;
+};
+
+constexpr Entrada kEntradas[] = {
+    {"cortar", "Cortar"},
+    {"copiar", "Copiar"},
+    {"pegar", "Pegar"},
+    {"borrar", "Borrar contenido", "", "", Cuenta::Nada, Cuando::Siempre, true},
+    {"fusionar", "Fusionar celdas", "", "", Cuenta::Nada, Cuando::VariasSinFusion, true},
+    {"separar", "Separar celdas", "", "", Cuenta::Nada, Cuando::Fusionada, false},
+    {"insertar_fila_arriba", "Insertar", "fila arriba", "filas arriba", Cuenta::Filas,
+     Cuando::Siempre, true},
+    {"insertar_fila_abajo", "Insertar", "fila abajo", "filas abajo", Cuenta::Filas},
+    {"insertar_col_izq", "Insertar", "columna a la izquierda", "columnas a la izquierda",
+     Cuenta::Columnas},
+    {"insertar_col_der", "Insertar", "columna a la derecha", "columnas a la derecha",
+     Cuenta::Columnas},
+    {"eliminar_filas", "Eliminar", "fila", "filas", Cuenta::Filas, Cuando::Siempre, true},
+    {"eliminar_cols", "Eliminar", "columna", "columnas", Cuenta::Columnas},
+    {"ordenar_asc", "Ordenar ascendente", "", "", Cuenta::Nada, Cuando::Varias, true},
+    {"ordenar_desc", "Ordenar descendente", "", "", Cuenta::Nada, Cuando::Varias, false},
+};
+
+std::string etiqueta(const Entrada& entrada, int cantidad) {
+    std::string texto = entrada.verbo;
+    if (entrada.cuenta == Cuenta::Nada)
+        return texto;
+    texto += ' ';
     if (cantidad < 2)
-        return std::string(verbo) + " " + singular;
-    return std::string(verbo) + " " + std::to_string(cantidad) + " " + plural;
+        return texto += entrada.una;
+    texto += std::to_string(cantidad);
+    texto += ' ';
+    return texto += entrada.varias;
+}
+
+bool habilitada(Cuando cuando, bool varias, bool fusionada) {
+    switch (cuando) {
+    case Cuando::Varias:
+        return varias;
+    case Cuando::VariasSinFusion:
+        return varias && !fusionada;
+    case Cuando::Fusionada:
+        return fusionada;
+    case Cuando::Siempre:
+        break;
+    }
+    return true;
 }
 
 } // namespace
@@ -20,28 +78,13 @@ std::vector<AccionMenu> Editor::menuContextualCeldas() const {
     const bool fusionada = hoja && hoja->fusionEn(seleccion_.activaFila, seleccion_.activaCol);
     const int filas = seleccion_.filaMax() - seleccion_.filaMin() + 1;
     const int columnas = seleccion_.colMax() - seleccion_.colMin() + 1;
-    return {
-        {"cortar", "Cortar", true, false},
-        {"copiar", "Copiar", true, false},
-        {"pegar", "Pegar", true, false},
-        {"borrar", "Borrar contenido", true, true},
-        {"fusionar", "Fusionar celdas", varias && !fusionada, true},
-        {"separar", "Separar celdas", fusionada, false},
-        {"insertar_fila_arriba", contada("Insertar", filas, "fila arriba", "filas arriba"), true,
-         true},
-        {"insertar_fila_abajo", contada("Insertar", filas, "fila abajo", "filas abajo"), true,
-         false},
-        {"insertar_col_izq",
-         contada("Insertar", columnas, "columna a la izquierda", "columnas a la izquierda"), true,
-         false},
-        {"insertar_col_der",
-         contada("Insertar", columnas, "columna a la derecha", "columnas a la derecha"), true,
-         false},
-        {"eliminar_filas", contada("Eliminar", filas, "fila", "filas"), true, true},
-        {"eliminar_cols", contada("Eliminar", columnas, "columna", "columnas"), true, false},
-        {"ordenar_asc", "Ordenar ascendente", varias, true},
-        {"ordenar_desc", "Ordenar descendente", varias, false},
-    };
+    std::vector<AccionMenu> acciones;
+    for (const Entrada& entrada : kEntradas) {
+        acciones.push_back({entrada.id,
+                            etiqueta(entrada, entrada.cuenta == Cuenta::Filas ? filas : columnas),
+                            habilitada(entrada.cuando, varias, fusionada), entrada.separadorAntes});
+    }
+    return acciones;
 }
 
 bool Editor::ejecutarAccionMenu(const std::string& id) {

@@ -128,6 +128,17 @@ TEST_F(Historial, RestaurarUnEstadoSinHojasDejaElLibroConUna) {
     EXPECT_EQ(libro.hojaActiva, 0);
 }
 
+TEST_F(Historial, UnaHojaNulaNoSeToca) {
+    libro.hojas.push_back(nullptr);
+    libro.hojaActiva = 1;
+    seleccionar("A1:B2");
+    editor.borrarSeleccion();
+    escribir("A1", "x");
+    EXPECT_EQ(editor.pasosDeshacer(), 0U);
+    editor.restaurar(editor.capturar());
+    EXPECT_NE(libro.hojas[1], nullptr);
+}
+
 TEST_F(Historial, RestaurarNoDejaLaSeleccionFueraDeLaCuadricula) {
     editor::Editor::Estado estado = editor.capturar();
     estado.seleccion = {-1, 900, 2000000000, -2000000000};
