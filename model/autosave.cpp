@@ -45,7 +45,7 @@ std::string generarRuta(const std::string& rutaDocumento) {
 }
 
 ResultadoArchivo guardar(const Libro& libro, const std::string& ruta) {
-    if (hayAlgoEspecial(ruta))
+    if (ruta.empty() || hayAlgoEspecial(ruta))
         return Serializador::guardar(libro, ruta);
     EscritorBytes salida;
     if (!componerLibro(libro, salida))

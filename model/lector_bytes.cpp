@@ -18,11 +18,15 @@ LectorBytes::LectorBytes(std::FILE* archivo, Modo modo)
       siguiente_(memoria_.get()) {}
 
 bool LectorBytes::rellenar(std::size_t n) {
+    if (agotado_)
+        return false;
     if (quedan_ > 0)
         std::memmove(memoria_.get(), siguiente_, quedan_);
     siguiente_ = memoria_.get();
     const std::size_t pedidos = std::max(capacidad_, n) - quedan_;
-    quedan_ += std::fread(memoria_.get() + quedan_, 1, pedidos, archivo_);
+    const std::size_t leidos = std::fread(memoria_.get() + quedan_, 1, pedidos, archivo_);
+    agotado_ = leidos < pedidos; // tras una lectura corta lo que siga no es de fiar
+    quedan_ += leidos;
     return quedan_ >= n;
 }
 

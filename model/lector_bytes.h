@@ -57,6 +57,7 @@ class LectorBytes {
     std::unique_ptr<unsigned char[]> memoria_;
     const unsigned char* siguiente_;
     std::size_t quedan_ = 0;
+    bool agotado_ = false; ///< el archivo se acabó o falló
 };
 
 } // namespace nucleo

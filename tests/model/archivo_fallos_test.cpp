@@ -1,0 +1,267 @@
+// Cada llamada que puede fallar, falla una vez: el resultado lo dice y el libro en memoria queda
+// como prometen guardar y cargar.
+
+#include "model/autosave.h"
+#include "model/serializador.h"
+#include "tests/comun/carpeta_temporal.h"
+#include "tests/model/bytes_de_archivo.h"
+#include "tests/model/fallos.h"
+#include "tests/model/libros_ejemplo.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+#include <random>
+#include <string>
+#include <string_view>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <vector>
+
+namespace {
+
+using namespace nucleo;
+using prueba::estaReiniciado;
+using prueba::FalloDeArchivo;
+using prueba::FaltaDeMemoria;
+using prueba::igualContenido;
+using prueba::leerBytes;
+using prueba::libroCompleto;
+
+/// Más grande que los bloques en que se lee un archivo.
+Libro libroGrande() {
+    Libro libro;
+    for (int i = 0; i < 3000; ++i) {
+        Celda& celda = libro.hojas[0]->celdaMut(i, i % 7);
+        celda.tipo = TipoCelda::Texto;
+        celda.entrada = std::string(static_cast<std::size_t>(i % 400), 'y');
+    }
+    return libro;
+}
+
+bool esDeAbrir(std::string_view funcion) {
+    return funcion == "open" || funcion == "fstat" || funcion == "fdopen" || funcion == "flock" ||
+           funcion == "fchmod" || funcion == "ftruncate";
+}
+
+class Fallos : public ::testing::Test {
+  protected:
+    CarpetaTemporal carpeta_;
+    std::string ruta_ = carpeta_.ruta("libro.mrn");
+};
+
+TEST_F(Fallos, CadaLlamadaAlGuardarUnDocumento) {
+    const Libro libro = libroGrande();
+    std::vector<std::string> vistas;
+    for (int n = 1;; ++n) {
+        FalloDeArchivo fallo(n);
+        const ResultadoArchivo resultado = Serializador::guardar(libro, ruta_);
+        if (!fallo.ocurrio()) {
+            EXPECT_EQ(resultado, kArchivoBien);
+            break;
+        }
+        vistas.emplace_back(fallo.funcion());
+        EXPECT_EQ(resultado, esDeAbrir(fallo.funcion()) ? kArchivoNoAbre : kArchivoNoSeEscribe)
+            << fallo.funcion();
+        EXPECT_TRUE(igualContenido(libro, libroGrande()));
+    }
+    EXPECT_EQ(vistas, (std::vector<std::string>{"open", "fstat", "fdopen", "fwrite", "fflush",
+                                                "fsync", "fclose"}));
+    Libro leido;
+    EXPECT_EQ(Serializador::cargar(ruta_, leido), kArchivoBien);
+    EXPECT_TRUE(igualContenido(leido, libro));
+}
+
+TEST_F(Fallos, CadaLlamadaAlCargar) {
+    ASSERT_EQ(Serializador::guardar(libroGrande(), ruta_), kArchivoBien);
+    int lecturas = 0;
+    for (int n = 1;; ++n) {
+        Libro libro = libroCompleto();
+        FalloDeArchivo fallo(n);
+        const ResultadoArchivo resultado = Serializador::cargar(ruta_, libro);
+        if (!fallo.ocurrio())
+            break;
+        const std::string_view funcion = fallo.funcion();
+        if (esDeAbrir(funcion)) {
+            EXPECT_EQ(resultado, kArchivoNoAbre) << funcion;
+            EXPECT_TRUE(igualContenido(libro, libroCompleto())) << funcion;
+        } else if (funcion == "fread") {
+            ++lecturas;
+            EXPECT_EQ(resultado, kArchivoInvalido) << "lectura " << lecturas;
+            EXPECT_TRUE(estaReiniciado(libro));
+        } else {
+            EXPECT_EQ(funcion, "fclose");
+            EXPECT_EQ(resultado, kArchivoBien) << "ya está todo leído";
+        }
+    }
+    EXPECT_GE(lecturas, 3) << "el archivo se lee en varias veces";
+}
+
+TEST_F(Fallos, CadaLlamadaAlGuardarLaRecuperacionDejaLaAnterior) {
+    const std::string ruta = carpeta_.ruta("marnel_x.mrt");
+    const Libro anterior = libroCompleto();
+    ASSERT_EQ(Autosave::guardar(anterior, ruta), kArchivoBien);
+    const std::string antes = leerBytes(ruta);
+    std::vector<std::string> vistas;
+    for (int n = 1;; ++n) {
+        FalloDeArchivo fallo(n);
+        const ResultadoArchivo resultado = Autosave::guardar(libroGrande(), ruta);
+        if (!fallo.ocurrio()) {
+            EXPECT_EQ(resultado, kArchivoBien);
+            break;
+        }
+        vistas.emplace_back(fallo.funcion());
+        EXPECT_EQ(resultado, esDeAbrir(fallo.funcion()) ? kArchivoNoAbre : kArchivoNoSeEscribe)
+            << fallo.funcion();
+        EXPECT_EQ(leerBytes(ruta), antes) << fallo.funcion();
+    }
+    EXPECT_EQ(vistas.back(), "rename");
+    EXPECT_NE(leerBytes(ruta), antes);
+    EXPECT_FALSE(carpeta_.existe("marnel_x.mrt~"));
+}
+
+/// Mientras vive, ningún archivo puede pasar de ese tamaño: el disco está lleno.
+class DiscoLleno {
+  public:
+    explicit DiscoLleno(std::size_t bytes) {
+        anteriorSenal_ = std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &anterior_);
+        rlimit limite = anterior_;
+        limite.rlim_cur = bytes;
+        setrlimit(RLIMIT_FSIZE, &limite);
+    }
+    ~DiscoLleno() {
+        setrlimit(RLIMIT_FSIZE, &anterior_);
+        std::signal(SIGXFSZ, anteriorSenal_);
+    }
+    DiscoLleno(const DiscoLleno&) = delete;
+    DiscoLleno& operator=(const DiscoLleno&) = delete;
+
+  private:
+    rlimit anterior_ = {};
+    void (*anteriorSenal_)(int) = nullptr;
+};
+
+/// Libros de formas distintas, de los que caben en un bloque a los que no.
+Libro libroDeReferencia(int n) {
+    if (n == 0)
+        return {};
+    if (n == 1)
+        return libroCompleto();
+    Libro libro;
+    std::mt19937 azar(static_cast<std::uint32_t>(n));
+    for (int hojas = n % 3; hojas > 0; --hojas)
+        libro.agregarHoja();
+    for (auto& hoja : libro.hojas) {
+        for (int i = 0; i < n / 2; ++i) {
+            Celda& celda =
+                hoja->celdaMut(static_cast<int>(azar() % 300), static_cast<int>(azar() % 20));
+            celda.tipo = static_cast<TipoCelda>(azar() % 4);
+            celda.entrada = std::string(azar() % 30, 'a');
+            celda.numero = static_cast<double>(azar());
+            hoja->anchos[static_cast<int>(azar() % 20)] = n;
+        }
+        hoja->fusionar(n, n, n + 1, n + 2);
+    }
+    return libro;
+}
+
+TEST_F(Fallos, ElDiscoSeLlenaEnCadaByte) {
+    for (int n = 0; n < 16; ++n) {
+        const Libro libro = libroDeReferencia(n);
+        ASSERT_EQ(Serializador::guardar(libro, ruta_), kArchivoBien);
+        const std::string completo = leerBytes(ruta_);
+        for (std::size_t caben = 0; caben < completo.size(); ++caben) {
+            ResultadoArchivo resultado = kArchivoBien;
+            std::filesystem::remove(ruta_);
+            {
+                const DiscoLleno lleno(caben);
+                resultado = Serializador::guardar(libro, ruta_);
+            }
+            ASSERT_EQ(resultado, kArchivoNoSeEscribe) << "libro " << n << ", caben " << caben;
+        }
+        ASSERT_TRUE(igualContenido(libro, libroDeReferencia(n)));
+        const DiscoLleno justo(completo.size());
+        ASSERT_EQ(Serializador::guardar(libro, ruta_), kArchivoBien);
+    }
+}
+
+TEST_F(Fallos, UnArchivoCortadoEnCualquierByteReiniciaElLibro) {
+    ASSERT_EQ(Serializador::guardar(libroCompleto(), ruta_), kArchivoBien);
+    const std::string completo = leerBytes(ruta_);
+    for (std::size_t largo = 0; largo < completo.size(); ++largo) {
+        prueba::escribirBytes(ruta_, completo.substr(0, largo));
+        Libro libro = libroCompleto();
+        ASSERT_EQ(Serializador::cargar(ruta_, libro), kArchivoInvalido) << largo;
+        ASSERT_TRUE(estaReiniciado(libro)) << largo;
+    }
+}
+
+TEST_F(Fallos, DispositivosYTuberias) {
+    const Libro libro = libroGrande();
+    EXPECT_EQ(Serializador::guardar(libro, "/dev/full"), kArchivoNoSeEscribe);
+    EXPECT_EQ(Serializador::guardar(Libro(), "/dev/full"), kArchivoNoSeEscribe);
+    EXPECT_EQ(Autosave::guardar(Libro(), "/dev/full"), kArchivoNoSeEscribe);
+    EXPECT_EQ(Serializador::guardar(libro, "/dev/null"), kArchivoBien)
+        << "no saber sincronizar no es un fallo";
+    ASSERT_EQ(mkfifo(ruta_.c_str(), 0600), 0);
+    EXPECT_EQ(Serializador::guardar(libro, ruta_), kArchivoNoAbre) << "sin quedarse esperando";
+    Libro leido = libroCompleto();
+    EXPECT_EQ(Serializador::cargar(ruta_, leido), kArchivoNoAbre);
+    EXPECT_TRUE(igualContenido(leido, libroCompleto()));
+    for (const char* dispositivo : {"/dev/null", "/dev/zero", "/dev/urandom"}) {
+        Libro otro = libroCompleto();
+        EXPECT_EQ(Serializador::cargar(dispositivo, otro), kArchivoInvalido) << dispositivo;
+        EXPECT_TRUE(estaReiniciado(otro)) << dispositivo;
+    }
+}
+
+void faltaMemoriaAlCargar(const std::string& ruta, FaltaDeMemoria::Cual cual) {
+    for (int n = 1;; ++n) {
+        Libro libro = libroCompleto();
+        ResultadoArchivo resultado = kArchivoBien;
+        bool ocurrio = false;
+        {
+            const FaltaDeMemoria falta(n, cual);
+            resultado = Serializador::cargar(ruta, libro);
+            ocurrio = falta.ocurrio();
+        }
+        if (!ocurrio) {
+            EXPECT_EQ(resultado, kArchivoBien);
+            EXPECT_GT(n, 50);
+            return;
+        }
+        ASSERT_EQ(resultado, kArchivoInvalido) << "petición " << n;
+        ASSERT_TRUE(estaReiniciado(libro)) << "petición " << n;
+    }
+}
+
+TEST_F(Fallos, FaltaMemoriaAlCargar) {
+    ASSERT_EQ(Serializador::guardar(libroCompleto(), ruta_), kArchivoBien);
+    faltaMemoriaAlCargar(ruta_, FaltaDeMemoria::Cual::SoloUna);
+    faltaMemoriaAlCargar(ruta_, FaltaDeMemoria::Cual::DesdeEntonces);
+}
+
+TEST_F(Fallos, FaltaMemoriaAlGuardarYElArchivoAnteriorQuedaIntacto) {
+    ASSERT_EQ(Serializador::guardar(Libro(), ruta_), kArchivoBien);
+    const Libro libro = libroGrande();
+    for (int n = 1;; ++n) {
+        ResultadoArchivo resultado = kArchivoBien;
+        bool ocurrio = false;
+        {
+            const FaltaDeMemoria falta(n, FaltaDeMemoria::Cual::DesdeEntonces);
+            resultado = Serializador::guardar(libro, ruta_);
+            ocurrio = falta.ocurrio();
+        }
+        if (!ocurrio) {
+            EXPECT_EQ(resultado, kArchivoBien);
+            EXPECT_GT(n, 3);
+            return;
+        }
+        ASSERT_EQ(resultado, kArchivoNoSeEscribe) << "petición " << n;
+        ASSERT_EQ(leerBytes(ruta_).size(), 50U) << "petición " << n;
+    }
+}
+
+} // namespace

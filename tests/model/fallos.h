@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+
+namespace prueba {
+
+/// Mientras vive, la llamada número `n` (desde 1) a las funciones del sistema con las que se leen
+/// y escriben archivos falla como lo haría de verdad; con 0 solo se cuentan.
+class FalloDeArchivo {
+  public:
+    explicit FalloDeArchivo(int n);
+    ~FalloDeArchivo();
+    FalloDeArchivo(const FalloDeArchivo&) = delete;
+    FalloDeArchivo& operator=(const FalloDeArchivo&) = delete;
+
+    /// Verdadero si el fallo llegó a ocurrir.
+    bool ocurrio() const;
+    /// El nombre de la función que falló, o vacío.
+    const char* funcion() const;
+};
+
+/// Mientras vive, nada espera al disco: para pruebas que guardan miles de veces.
+class SinEsperarAlDisco {
+  public:
+    SinEsperarAlDisco();
+    ~SinEsperarAlDisco();
+    SinEsperarAlDisco(const SinEsperarAlDisco&) = delete;
+    SinEsperarAlDisco& operator=(const SinEsperarAlDisco&) = delete;
+};
+
+/// Mientras vive falta memoria a partir de la petición número `n` (desde 1): solo en esa, o en
+/// todas las siguientes.
+class FaltaDeMemoria {
+  public:
+    enum class Cual { SoloUna, DesdeEntonces };
+
+    FaltaDeMemoria(int n, Cual cual);
+    ~FaltaDeMemoria();
+    FaltaDeMemoria(const FaltaDeMemoria&) = delete;
+    FaltaDeMemoria& operator=(const FaltaDeMemoria&) = delete;
+
+    bool ocurrio() const;
+};
+
+/// Cuenta la memoria que se pide mientras vive.
+class MemoriaPedida {
+  public:
+    MemoriaPedida();
+    ~MemoriaPedida();
+    MemoriaPedida(const MemoriaPedida&) = delete;
+    MemoriaPedida& operator=(const MemoriaPedida&) = delete;
+
+    /// Lo más que ha habido a la vez, en bytes.
+    std::ptrdiff_t pico() const;
+};
+
+} // namespace prueba
