@@ -64,11 +64,11 @@ std::string_view hasta(char separador, std::string_view& resto, bool& quedaMas) 
 } // namespace
 
 void Editor::copiar() {
-    celdasCopiadas_.clear();
-    fusionesCopiadas_.clear();
     const Hoja* hoja = hojaActiva();
     if (!hoja)
         return;
+    celdasCopiadas_.clear();
+    fusionesCopiadas_.clear();
     const RangoCeldas rango = seleccion_.rango();
     origenFila_ = rango.fila1;
     origenCol_ = rango.col1;

@@ -3,6 +3,7 @@
 #include "model/direcciones.h"
 #include "model/libro.h"
 #include "model/serializador.h"
+#include "tests/comun/carpeta_temporal.h"
 #include "tests/comun/comprobar_libro.h"
 #include "tests/editing/libro_llano.h"
 
@@ -73,6 +74,19 @@ class Azar {
             EXPECT_EQ(leida.altos, hoja->altos);
             EXPECT_EQ(leida.anchos, hoja->anchos);
         }
+    }
+
+    /// El libro entero, por un archivo de verdad, con sus valores recalculados.
+    void guardarYAbrir() {
+        const CarpetaTemporal carpeta;
+        const std::string ruta = carpeta.ruta("libro.mrn");
+        ASSERT_EQ(nucleo::Serializador::guardar(libro_, ruta), nucleo::kArchivoBien);
+        nucleo::Libro abierto;
+        ASSERT_EQ(nucleo::Serializador::cargar(ruta, abierto), nucleo::kArchivoBien);
+        motor_formulas::Motor(abierto).recalcularTodo();
+        ASSERT_EQ(abierto.hojas.size(), libro_.hojas.size());
+        for (std::size_t i = 0; i < abierto.hojas.size(); ++i)
+            EXPECT_EQ(diferencia({*abierto.hojas[i]}, {*libro_.hojas[i]}), "");
     }
 
     const std::string& ultima() const { return ultima_; }
@@ -441,8 +455,10 @@ TEST_P(OperacionesAlAzar, CumplenLoQueElHistorialLlanoDice) {
     for (int i = 0; i < 400; ++i) {
         azar.paso();
         azar.guardarYCargar();
-        if (i % 40 == 39)
+        if (i % 40 == 39) {
             azar.recorrerHistorial();
+            azar.guardarYAbrir();
+        }
         ASSERT_FALSE(HasFailure()) << "paso " << i << ": " << azar.ultima();
     }
 }

@@ -199,6 +199,19 @@ TEST_F(Portapapeles, CopiarDondeNoHayNadaVaciaLoCopiado) {
     EXPECT_EQ(editor.pasosDeshacer(), 0U);
 }
 
+TEST_F(Portapapeles, SinHojaActivaLoCopiadoSigueCopiado) {
+    poner("A1", "x");
+    seleccionar("A1");
+    editor.copiar();
+    libro.hojaActiva = 5;
+    editor.copiar();
+    editor.cortar();
+    libro.hojaActiva = 0;
+    seleccionar("B1");
+    editor.pegar();
+    EXPECT_EQ(entradas("A1:B1"), (std::vector<std::string>{"x", "x"}));
+}
+
 TEST_F(Portapapeles, UnIgualSoloSePegaComoTexto) {
     poner("A1", "=");
     seleccionar("A1");
