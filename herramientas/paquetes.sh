@@ -9,6 +9,7 @@ paquetes_programa=(
   qt6-base-dev
   qt6-base-dev-tools
   qt6-translations-l10n
+  qt6-wayland
   libgl-dev
   fonts-dejavu-core
   fonts-symbola
