@@ -161,8 +161,8 @@ bool mismoValor(const nucleo::Valor& a, const nucleo::Valor& b) {
     return true;
 }
 
-/// Una fórmula que se escribe detrás de un ciclo ya formado se evalúa, y un recálculo completo la da
-/// por circular: mientras haya ciclo valen las dos.
+/// Una fórmula que se escribe detrás de un ciclo ya formado se evalúa, y un recálculo completo la
+/// da por circular: mientras haya ciclo valen las dos.
 bool esCircular(const nucleo::Valor& valor) {
     return valor.tipo == nucleo::TipoValor::Error && valor.error == nucleo::ErrorCelda::Circular;
 }
@@ -178,8 +178,8 @@ std::string defectoDeValores(const Libro& libro) {
             const int fila = nucleo::filaDeClaveLocal(clave);
             const int col = nucleo::columnaDeClaveLocal(clave);
             const Celda* recalculada = copia.hojas[i]->celda(fila, col);
-            if (!recalculada || (!mismoValor(celda.valor, recalculada->valor) &&
-                                 !esCircular(recalculada->valor)))
+            if (!recalculada ||
+                (!mismoValor(celda.valor, recalculada->valor) && !esCircular(recalculada->valor)))
                 return lugar(*libro.hojas[i], fila, col) + " (" + celda.entrada +
                        ") no muestra lo que un recálculo completo";
         }
