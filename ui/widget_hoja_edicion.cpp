@@ -235,7 +235,8 @@ bool WidgetHoja::moverConTecla(const QKeyEvent& evento) {
 
 void WidgetHoja::keyPressEvent(QKeyEvent* evento) {
     if (editando()) {
-        if (editorCelda_->hasFocus()) {
+        // Se pregunta a la ventana porque, si no es la activa, nadie dice tener el foco.
+        if (window()->focusWidget() == editorCelda_) {
             // El editor no la quiso: no mueve la celda, y devolvérsela no acabaría nunca.
             evento->ignore();
             return;

@@ -105,6 +105,14 @@ class PruebaPendiente : public QObject {
         for (const int tecla : {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_F5}) {
             QTest::keyClick(p.hoja()->editorCelda(), static_cast<Qt::Key>(tecla));
         }
+        // Tampoco si la ventana no es la activa y, por tanto, nadie tiene el foco.
+        QWidget otra;
+        otra.show();
+        otra.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&otra));
+        QVERIFY(!p.hoja()->editorCelda()->hasFocus());
+        QTest::keyClick(p.hoja()->editorCelda(), Qt::Key_Up);
+        QTest::keyClick(p.hoja(), Qt::Key_Up);
         QVERIFY(p.hoja()->editando());
         QCOMPARE(p.hoja()->editorCelda()->text(), QStringLiteral("sigue"));
         QCOMPARE(p.editor().seleccion(), editor::Seleccion{});
