@@ -24,7 +24,7 @@ template <typename Almacen> class IteradorCeldas {
         const std::uint64_t first;
         CeldaVista& second;
 
-        // NOLINTNEXTLINE(google-explicit-constructor): se copia a los pares de los mapas.
+        /// Se copia a los pares de los mapas.
         operator std::pair<const std::uint64_t, Celda>() const { return {first, second}; }
     };
 
@@ -48,7 +48,6 @@ template <typename Almacen> class IteradorCeldas {
     ~IteradorCeldas() = default;
 
     /// Cualquier iterador sirve de iterador de solo lectura.
-    // NOLINTNEXTLINE(google-explicit-constructor): como en los mapas.
     operator IteradorCeldas<const AlmacenSinConst>() const requires(!std::is_const_v<Almacen>) {
         return {*almacen_, clave_};
     }
