@@ -81,8 +81,8 @@ template <typename G> class AlmacenEnBloques {
     const Celda* buscar(std::uint64_t clave) const {
         return buscar(filaDeClaveLocal(clave), columnaDeClaveLocal(clave));
     }
-    /// Escribe el valor calculado de una celda, sin tocar nada más de ella. Falso, sin apartar ningún
-    /// bloque, si ya era ese o la celda no existe.
+    /// Escribe el valor calculado de una celda, sin tocar nada más de ella. Falso, sin apartar
+    /// ningún bloque, si ya era ese o la celda no existe.
     bool ponerValor(int fila, int col, const Valor& valor);
 
     /// Llama a `visitar(fila, col, const Celda&)` por filas con las celdas del rectángulo que

@@ -49,9 +49,7 @@ template <typename G> Celda& ArbolCeldas<G>::abrir(int fila, int col) {
 }
 
 template <typename G> void ArbolCeldas<G>::ponerValor(int fila, int col, const Valor& valor) {
-    caminoPropio(fila, col)
-        .tramo->propio(bloqueDe(fila))
-        .ponerValor(enBloque(fila), valor);
+    caminoPropio(fila, col).tramo->propio(bloqueDe(fila)).ponerValor(enBloque(fila), valor);
 }
 
 template <typename G> bool ArbolCeldas<G>::quitar(int fila, int col) {
