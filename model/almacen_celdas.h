@@ -62,14 +62,25 @@ template <typename G> class AlmacenEnBloques {
     std::size_t erase(std::uint64_t clave);
     /// Quita la celda y devuelve la posición siguiente.
     iterator erase(const_iterator posicion);
-    std::pair<iterator, bool> try_emplace(std::uint64_t clave, Celda celda = {});
+    template <typename Dato = Celda>
+    std::pair<iterator, bool> try_emplace(std::uint64_t clave, Dato&& celda = Dato()) {
+        const bool nueva = !contains(clave);
+        if (nueva)
+            (*this)[clave] = std::forward<Dato>(celda);
+        return {iterator(*this, clave), nueva};
+    }
     std::pair<iterator, bool> emplace(std::uint64_t clave, Celda celda) {
         return try_emplace(clave, std::move(celda));
     }
     std::pair<iterator, bool> insert(value_type par) {
         return try_emplace(par.first, std::move(par.second));
     }
-    std::pair<iterator, bool> insert_or_assign(std::uint64_t clave, Celda celda);
+    template <typename Dato = Celda>
+    std::pair<iterator, bool> insert_or_assign(std::uint64_t clave, Dato&& celda) {
+        const bool nueva = !contains(clave);
+        (*this)[clave] = std::forward<Dato>(celda);
+        return {iterator(*this, clave), nueva};
+    }
 
     bool operator==(const AlmacenEnBloques&) const = default;
 

@@ -46,23 +46,6 @@ template <typename G> auto AlmacenEnBloques<G>::erase(const_iterator posicion) -
     return {*this, siguiente};
 }
 
-template <typename G>
-auto AlmacenEnBloques<G>::try_emplace(std::uint64_t clave, Celda celda)
-    -> std::pair<iterator, bool> {
-    const bool nueva = !contains(clave);
-    if (nueva)
-        (*this)[clave] = std::move(celda);
-    return {iterator(*this, clave), nueva};
-}
-
-template <typename G>
-auto AlmacenEnBloques<G>::insert_or_assign(std::uint64_t clave, Celda celda)
-    -> std::pair<iterator, bool> {
-    const bool nueva = !contains(clave);
-    (*this)[clave] = std::move(celda);
-    return {iterator(*this, clave), nueva};
-}
-
 template <typename G> bool AlmacenEnBloques<G>::ponerValor(int fila, int col, const Valor& valor) {
     const Celda* celda = buscar(fila, col);
     // Volver a escribir lo mismo separaría los bloques que el historial comparte.

@@ -40,9 +40,11 @@ template <typename Almacen> class IteradorCeldas {
         : almacen_(&almacen), clave_(clave) {}
     IteradorCeldas(const IteradorCeldas& otro) : almacen_(otro.almacen_), clave_(otro.clave_) {}
     IteradorCeldas& operator=(const IteradorCeldas& otro) {
-        almacen_ = otro.almacen_;
-        clave_ = otro.clave_;
-        par_.reset();
+        if (this != &otro) {
+            almacen_ = otro.almacen_;
+            clave_ = otro.clave_;
+            par_.reset();
+        }
         return *this;
     }
     ~IteradorCeldas() = default;

@@ -31,7 +31,7 @@ class Libro {
 
     Libro();
     /// El otro queda como un libro nuevo.
-    Libro(Libro&& otro); // NOLINT(performance-noexcept-move-constructor): pide su hoja
+    Libro(Libro&& otro); // NOLINT(performance-noexcept-move-constructor)
     /// El otro se queda con lo que este tenía.
     Libro& operator=(Libro&& otro) noexcept;
     Libro(const Libro&) = delete;
