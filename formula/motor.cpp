@@ -155,11 +155,10 @@ std::string Motor::ajustarPorEstructura(const std::string& texto, const std::str
 
 void Motor::reescribirTrasEstructura(const std::string& hoja, bool filas, int inicio,
                                      int cantidad) {
-    reescribirFormulas(
-        [&](std::string_view texto, const nucleo::Hoja& deFormula, std::string& salida) {
-            motor_formulas::ajustarPorEstructura(texto, deFormula.nombre, hoja, filas, inicio,
-                                                 cantidad, salida);
-        });
+    reescribirFormulas([&](std::string_view texto, const nucleo::Hoja& suya, std::string& salida) {
+        return motor_formulas::ajustarPorEstructura(texto, suya.nombre, hoja, filas, inicio,
+                                                    cantidad, salida);
+    });
     libro_.modificado = true;
     recalcularTodo();
 }
@@ -171,16 +170,19 @@ void Motor::renombrarHoja(int hoja, const std::string& nuevoNombre) {
     if (!libro_.renombrarHoja(hoja, nuevoNombre))
         return;
     reescribirFormulas([&](std::string_view texto, const nucleo::Hoja&, std::string& salida) {
-        renombrarEnFormula(texto, viejo, nuevoNombre, salida);
+        return renombrarEnFormula(texto, viejo, nuevoNombre, salida);
     });
     recalcularTodo();
 }
 
-void Motor::reescribirFormulas(const Reescritor& reescribir) {
+void Motor::reescribirFormulas(
+    const std::function<bool(std::string_view, const nucleo::Hoja&, std::string&)>& reescribir) {
     struct Lugar {
         int fila;
         int col;
     };
+    // El texto de una fórmula no suele estar en la caché: se pide unas cuantas antes de leerlo.
+    constexpr std::size_t kAdelanto = 6;
     std::vector<Lugar> lugares;
     std::string nueva;
     for (const auto& hoja : libro_.hojas) {
@@ -188,13 +190,24 @@ void Motor::reescribirFormulas(const Reescritor& reescribir) {
         std::as_const(*hoja).celdas.recorrerFormulas([&](int fila, int col, const Celda&) {
             lugares.push_back({fila, col});
         });
-        for (const Lugar& lugar : lugares) {
-            const std::string& entrada = std::as_const(*hoja).celda(lugar.fila, lugar.col)->entrada;
-            nueva = "=";
-            reescribir(textoDeFormula(entrada), *hoja, nueva);
+        for (std::size_t i = 0; i < lugares.size(); ++i) {
+            if (i + kAdelanto < lugares.size()) {
+                const Lugar& proximo = lugares[i + kAdelanto];
+                __builtin_prefetch(
+                    std::as_const(*hoja).celda(proximo.fila, proximo.col)->entrada.data());
+            }
+            const auto [fila, col] = lugares[i];
+            const std::string& entrada = std::as_const(*hoja).celda(fila, col)->entrada;
             // Solo se escribe la que cambia: las demás siguen en los bloques que comparten.
-            if (textoDeFormula(nueva) != textoDeFormula(entrada))
-                hoja->celdaMut(lugar.fila, lugar.col).entrada = nueva;
+            if (!reescribir(textoDeFormula(entrada), *hoja, nueva))
+                continue;
+            std::string& destino = hoja->celdaMut(fila, col).entrada;
+            if (destino.capacity() <= nueva.size()) {
+                destino = std::string(); // al crecer se quedaría con el doble de memoria
+                destino.reserve(nueva.size() + 1);
+            }
+            destino = "=";
+            destino += nueva;
         }
     }
 }

@@ -63,10 +63,10 @@ class Motor {
   private:
     void recalcularTrasEscribir(std::uint64_t clave);
     void recalcularPendientes();
-    /// Da a cada fórmula el texto que `reescribir` añade a su salida; llega y se va sin su "=".
-    using Reescritor =
-        std::function<void(std::string_view texto, const nucleo::Hoja&, std::string& salida)>;
-    void reescribirFormulas(const Reescritor& reescribir);
+    /// Cambia el texto de las fórmulas para las que `reescribir(texto, hoja, salida)` da otro en
+    /// `salida` y devuelve verdadero; los textos van sin su "=".
+    void reescribirFormulas(
+        const std::function<bool(std::string_view, const nucleo::Hoja&, std::string&)>& reescribir);
 
     nucleo::Libro& libro_;
     std::unique_ptr<Recalculo> recalculo_;

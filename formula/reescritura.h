@@ -28,11 +28,12 @@ std::string ajustarPorEstructura(std::string_view texto, std::string_view hojaFo
 std::string renombrarEnFormula(std::string_view texto, std::string_view viejo,
                                std::string_view nuevo);
 
-/// Las mismas para quien reescribe muchas: añaden el resultado a `salida`.
-void ajustarPorEstructura(std::string_view texto, std::string_view hojaFormula,
+// Las mismas para quien reescribe muchas fórmulas: dejan el resultado en `salida`, cuya memoria se
+// aprovecha, y devuelven falso sin tocarla cuando el texto no cambia.
+bool ajustarPorEstructura(std::string_view texto, std::string_view hojaFormula,
                           std::string_view hojaEstructura, bool filas, int inicio, int cantidad,
                           std::string& salida);
-void renombrarEnFormula(std::string_view texto, std::string_view viejo, std::string_view nuevo,
+bool renombrarEnFormula(std::string_view texto, std::string_view viejo, std::string_view nuevo,
                         std::string& salida);
 
 } // namespace motor_formulas
