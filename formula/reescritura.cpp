@@ -12,42 +12,31 @@ namespace motor_formulas {
 
 namespace {
 
-/// Recorre las referencias y compone el texto en `salida`, de izquierda a derecha. Falso, con
-/// `salida` sin usar, si ninguna cambia. `cambiar(lexema, nuevo)` llena `nuevo`, que llega vacío;
-/// si lo deja vacío la referencia queda como está.
+/// Compone el texto en `salida` de izquierda a derecha. `cambiar(lexema, salida)` añade lo que
+/// sustituye a una referencia; si no añade nada queda como está. Falso si no sustituye ninguna.
 template <typename Cambiar>
 bool reescribir(std::string_view texto, std::string& salida, Cambiar&& cambiar) {
-    std::string nuevo;
+    bool hayCambio = false;
     std::size_t copiado = 0;
+    salida.clear();
+    salida.reserve(texto.size() + 16); // casi siempre crece poco o nada
     Lexico lexico(texto);
     Lexema lexema;
     // GCC 12 falla aquí con los nombres cortos de Token::Tipo.
     for (lexico.siguiente(lexema); lexema.tipo != Token::Tipo::Fin; lexico.siguiente(lexema)) {
         if (lexema.tipo != Token::Tipo::Referencia)
             continue;
-        nuevo.clear();
-        cambiar(lexema, nuevo);
-        if (nuevo.empty() || nuevo == lexico.texto(lexema))
-            continue;
-        if (copiado == 0) {
-            salida.clear();
-            salida.reserve(texto.size() + 16); // casi siempre crece poco o nada
-        }
         salida.append(texto, copiado, lexema.pos - copiado);
-        salida += nuevo;
-        copiado = lexema.pos + lexema.largo;
+        copiado = lexema.pos;
+        const std::size_t antes = salida.size();
+        cambiar(lexema, salida);
+        if (salida.size() == antes)
+            continue;
+        hayCambio = true;
+        copiado += lexema.largo;
     }
-    if (copiado == 0)
-        return false;
     salida.append(texto, copiado);
-    return true;
-}
-
-template <typename Cambiar> std::string reescrito(std::string_view texto, Cambiar&& cambiar) {
-    std::string salida;
-    if (!reescribir(texto, salida, cambiar))
-        salida = texto;
-    return salida;
+    return hayCambio;
 }
 
 void agregarErrorRef(std::string& salida) {
@@ -58,15 +47,18 @@ void agregarErrorRef(std::string& salida) {
 
 std::string reescribirRefs(const std::string& texto,
                            const std::function<std::string(const RefCelda&)>& f) {
-    return reescrito(texto, [&f](const Lexema& lexema, std::string& nuevo) {
+    std::string salida;
+    reescribir(texto, salida, [&f](const Lexema& lexema, std::string& nuevo) {
         const Direccion& direccion = lexema.direccion;
-        nuevo = f({std::string(lexema.hoja), direccion.fila, direccion.col, direccion.filaAbs,
-                   direccion.colAbs});
+        nuevo += f({std::string(lexema.hoja), direccion.fila, direccion.col, direccion.filaAbs,
+                    direccion.colAbs});
     });
+    return salida;
 }
 
 std::string ajustarReferencias(std::string_view texto, int dFilas, int dColumnas) {
-    return reescrito(texto, [=](const Lexema& lexema, std::string& nuevo) {
+    std::string salida;
+    reescribir(texto, salida, [=](const Lexema& lexema, std::string& nuevo) {
         Direccion direccion = lexema.direccion;
         const std::int64_t fila = std::int64_t{direccion.fila} + (direccion.filaAbs ? 0 : dFilas);
         const std::int64_t col = std::int64_t{direccion.col} + (direccion.colAbs ? 0 : dColumnas);
@@ -76,6 +68,7 @@ std::string ajustarReferencias(std::string_view texto, int dFilas, int dColumnas
         direccion.col = static_cast<std::int32_t>(col);
         agregarReferencia(nuevo, lexema.hoja, direccion);
     });
+    return salida;
 }
 
 bool ajustarPorEstructura(std::string_view texto, std::string_view hojaFormula,
@@ -86,7 +79,7 @@ bool ajustarPorEstructura(std::string_view texto, std::string_view hojaFormula,
     const std::int64_t quitadas = cantidad > 0 ? 0 : -std::int64_t{cantidad};
     const std::int64_t finQuitadas = inicio + quitadas;
     const bool esLaSuya = hojaFormula == hojaEstructura;
-    return reescribir(texto, salida, [=](const Lexema& lexema, std::string& nuevo) {
+    const bool hayCambio = reescribir(texto, salida, [=](const Lexema& lexema, std::string& nuevo) {
         if (lexema.hoja.empty() ? !esLaSuya : lexema.hoja != hojaEstructura)
             return;
         Direccion direccion = lexema.direccion;
@@ -105,6 +98,7 @@ bool ajustarPorEstructura(std::string_view texto, std::string_view hojaFormula,
         coordenada = static_cast<std::int32_t>(movida);
         agregarReferencia(nuevo, lexema.hoja, direccion);
     });
+    return hayCambio && salida != texto;
 }
 
 bool renombrarEnFormula(std::string_view texto, std::string_view viejo, std::string_view nuevo,
@@ -114,10 +108,12 @@ bool renombrarEnFormula(std::string_view texto, std::string_view viejo, std::str
     // que da "#¡REF!" y vuelve a valer si la hoja recupera su nombre.
     if (viejo.empty() || nuevo.empty() || nuevo.find('\'') != std::string_view::npos)
         return false;
-    return reescribir(texto, salida, [=](const Lexema& lexema, std::string& referencia) {
-        if (lexema.hoja == viejo)
-            agregarReferencia(referencia, nuevo, lexema.direccion);
-    });
+    const bool hayCambio =
+        reescribir(texto, salida, [=](const Lexema& lexema, std::string& referencia) {
+            if (lexema.hoja == viejo)
+                agregarReferencia(referencia, nuevo, lexema.direccion);
+        });
+    return hayCambio && salida != texto;
 }
 
 std::string ajustarPorEstructura(std::string_view texto, std::string_view hojaFormula,

@@ -29,7 +29,7 @@ std::string renombrarEnFormula(std::string_view texto, std::string_view viejo,
                                std::string_view nuevo);
 
 // Las mismas para quien reescribe muchas fórmulas: dejan el resultado en `salida`, cuya memoria se
-// aprovecha, y devuelven falso sin tocarla cuando el texto no cambia.
+// aprovecha, y devuelven falso cuando el texto no cambia.
 bool ajustarPorEstructura(std::string_view texto, std::string_view hojaFormula,
                           std::string_view hojaEstructura, bool filas, int inicio, int cantidad,
                           std::string& salida);

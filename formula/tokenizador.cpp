@@ -94,15 +94,16 @@ void agregarReferencia(std::string& salida, std::string_view hoja, const Direcci
             salida += '\'';
         salida += '!';
     }
+    std::array<char, 32> escrita; // "$", las letras de cualquier int, "$" y sus cifras
+    char* fin = escrita.data();
     if (direccion.colAbs)
-        salida += '$';
-    salida += nucleo::nombreColumna(direccion.col);
+        *fin++ = '$';
+    const std::string letras = nucleo::nombreColumna(direccion.col);
+    fin = std::copy(letras.begin(), letras.end(), fin);
     if (direccion.filaAbs)
-        salida += '$';
-    std::array<char, 24> cifras;
-    const auto fin = std::to_chars(cifras.data(), cifras.data() + cifras.size(),
-                                   std::int64_t{direccion.fila} + 1);
-    salida.append(cifras.data(), fin.ptr);
+        *fin++ = '$';
+    fin = std::to_chars(fin, escrita.data() + escrita.size(), std::int64_t{direccion.fila} + 1).ptr;
+    salida.append(escrita.data(), fin);
 }
 
 std::string textoReferencia(const RefCelda& ref) {

@@ -1,6 +1,6 @@
 #include "formula/reescritura.h"
 #include "formula/tokenizador.h"
-#include "model/limites.h"
+#include "model/direcciones.h"
 
 #include <gtest/gtest.h>
 
@@ -123,10 +123,31 @@ TEST(AjustarPorEstructura, SigueALasCeldas) {
             << caso.formula << " " << caso.inicio << " " << caso.cantidad;
 }
 
+TEST(AjustarPorEstructura, DiceSiElTextoCambia) {
+    const struct {
+        const char* formula;
+        bool cambia;
+    } casos[] = {
+        {"", false},          {"1+\"A9\"", false}, {"Otra!A9", false}, {"Otra!a9", false},
+        {"A1+$B$2", false},   {"A1+a2", true},     {"A1+A3", true},    {"Otra!A9+A9", true},
+        {"'Hoja1'!A1", true}, {"Hoja1!A1", false}, {"A1 A9 'x", true},
+    };
+    std::string salida = "resto de otra fórmula";
+    for (const auto& caso : casos)
+        EXPECT_EQ(ajustarPorEstructura(caso.formula, "Hoja1", "Hoja1", true, 2, 1, salida),
+                  caso.cambia)
+            << caso.formula;
+    EXPECT_EQ(salida, "A1 A10 'x");
+    EXPECT_FALSE(renombrarEnFormula("Otra!A1+Hoja1", "Hoja1", "X", salida));
+    EXPECT_FALSE(renombrarEnFormula("Hoja1!A1", "Hoja1", "Hoja1", salida));
+    EXPECT_FALSE(renombrarEnFormula("Hoja1!A1", "Hoja1", "a'b", salida));
+    EXPECT_TRUE(renombrarEnFormula("Hoja1!A1", "Hoja1", "X", salida));
+    EXPECT_EQ(salida, "X!A1");
+}
+
 TEST(AjustarPorEstructura, LaUltimaColumnaPosibleSeEscribeSinDesbordar) {
-    const std::string texto = ajustarPorEstructura("ZZ1", "H", "H", false, 0, kMaximo);
-    EXPECT_TRUE(texto.ends_with("1"));
-    EXPECT_GT(texto.size(), 5U);
+    EXPECT_EQ(ajustarPorEstructura("$ZZ$1", "H", "H", false, 0, kMaximo),
+              "$" + nucleo::nombreColumna(kMaximo - 1) + "$1");
 }
 
 TEST(RenombrarEnFormula, CambiaSoloElNombreExacto) {
