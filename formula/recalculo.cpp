@@ -72,9 +72,10 @@ void Recalculo::todo() {
         libro_.hojas[hoja]->celdas.completarLiterales();
         std::as_const(*libro_.hojas[hoja])
             .celdas.recorrerFormulas([&](int fila, int col, const nucleo::Celda& celda) {
-                marcarPendiente(
-                    grafo().apuntarFormula(nucleo::claveCelda(static_cast<int>(hoja), fila, col)),
-                    celda);
+                const std::uint64_t clave = nucleo::claveCelda(static_cast<int>(hoja), fila, col);
+                // Un archivo puede traer celdas tan lejos que su clave es la de otra.
+                if (nucleo::filaDeClave(clave) == fila && nucleo::columnaDeClave(clave) == col)
+                    marcarPendiente(grafo().apuntarFormula(clave), celda);
             });
     }
     for (std::size_t i = 0; i < formulas_.size(); ++i) {
@@ -251,7 +252,8 @@ void Recalculo::calcular(IdFormula formula) {
         return;
     }
     Evaluador evaluador(libro_, nucleo::hojaDeClave(clave));
-    evaluador.contexto = &contexto_;
+    // Una fórmula sola no tiene con quién compartir lo que aprende.
+    evaluador.contexto = formulas_.size() > 1 ? &contexto_ : nullptr;
     guardar(clave, maquina_.ejecutar(codigo_, evaluador));
 }
 

@@ -103,10 +103,14 @@ template <typename G> class AlmacenEnBloques {
     bool recorrerPorFilas(const RangoCeldas& rango, Visitante&& visitar) const {
         return arbol_.recorrerPorFilas(rango, visitar);
     }
-    /// Llama a `visitar(fila, col, const Celda&)` con cada fórmula de la cuadrícula, columna a
-    /// columna. `visitar` no escribe en este almacén.
+    /// Llama a `visitar(fila, col, const Celda&)` con cada fórmula, columna a columna; las de fuera
+    /// de la cuadrícula, al final. `visitar` no escribe en este almacén.
     template <typename Visitante> void recorrerFormulas(Visitante&& visitar) const {
         arbol_.recorrerFormulas(visitar);
+        for (const auto& [clave, celda] : fuera_.celdas()) {
+            if (celda.tipo == TipoCelda::Formula)
+                visitar(filaDeClaveLocal(clave), columnaDeClaveLocal(clave), celda);
+        }
     }
     /// Llama a `visitar(clave, const Celda&)` con todas, también las de fuera de la cuadrícula.
     /// `visitar` no escribe en este almacén.

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -358,6 +359,72 @@ TEST_F(PruebaMotor, LaCascadaPasaPorCeldasQueNoSonFormulas) {
     libro.hojas[0]->celdaMut(0, 0).numero = 8;
     motor.recalcularCascada(clave("A1"));
     EXPECT_EQ(visible("C1"), "8");
+}
+
+TEST_F(PruebaMotor, NoEscribeLosResultadosQueNoCambian) {
+    escribir("A1", "3");
+    escribir("B1", "=A1*2");
+    escribir("B2", "=A1/0");
+    const nucleo::Hoja copia = *libro.hojas[0];
+    motor.recalcularTodo();
+    EXPECT_EQ(copia.celda(0, 1), celda("B1")) << "las copias siguen compartiendo el bloque";
+    escribir("A1", "4");
+    EXPECT_NE(copia.celda(0, 1), celda("B1"));
+    EXPECT_EQ(copia.celda(0, 1)->valor, Valor::deNumero(6));
+}
+
+TEST_F(PruebaMotor, UnCeroNegativoNoEsElMismoResultado) {
+    escribir("A1", "=0*B1");
+    escribir("B1", "-1");
+    EXPECT_TRUE(std::signbit(celda("A1")->valor.numero));
+    escribir("B1", "1");
+    EXPECT_FALSE(std::signbit(celda("A1")->valor.numero));
+}
+
+TEST_F(PruebaMotor, LasFormulasDeFueraDeLaCuadriculaTambienSeCalculan) {
+    const auto poner = [&](int fila, int col, const char* texto) {
+        nucleo::Celda& c = libro.hojas[0]->celdas[nucleo::claveLocal(fila, col)];
+        c.tipo = TipoCelda::Formula;
+        c.entrada = texto;
+    };
+    const auto valor = [&](int fila, int col) {
+        return libro.hojas[0]->celdas.at(nucleo::claveLocal(fila, col)).valor;
+    };
+    escribir("A1", "2");
+    poner(70000, 3, "=A1*2");
+    poner(5, 900, "=SUMA(A1:A9)");
+    poner(1 << 25, 0, "=A1*2"); // su clave en el grafo es la de A1
+    poner(-1, 0, "=A1*2");
+    motor.recalcularTodo();
+    EXPECT_EQ(valor(70000, 3), Valor::deNumero(4));
+    EXPECT_EQ(valor(5, 900), Valor::deNumero(2));
+    escribir("A1", "5");
+    EXPECT_EQ(valor(70000, 3), Valor::deNumero(10));
+    EXPECT_EQ(valor(5, 900), Valor::deNumero(5));
+    EXPECT_EQ(visible("A1"), "5");
+}
+
+TEST_F(PruebaMotor, ElOrdenDeUnLoteDecideQueEstaDetrasDeUnCiclo) {
+    struct Caso {
+        std::vector<const char*> orden;
+        const char* muestra;
+    };
+    // La que se escribe después del ciclo solo lee su error; la que ya estaba queda detrás de él.
+    const Caso casos[] = {{{"A1", "B1", "C1"}, "7"},
+                          {{"C1", "A1", "B1"}, "#¡CIRCULAR!"},
+                          {{"A1", "C1", "B1"}, "#¡CIRCULAR!"}};
+    for (const Caso& caso : casos) {
+        libro.reiniciar();
+        {
+            const Motor::Lote lote(motor);
+            for (const char* const direccion : caso.orden)
+                escribir(direccion, direccion[0] == 'A'   ? "=B1"
+                                    : direccion[0] == 'B' ? "=A1"
+                                                          : "=SI.ERROR(A1;7)");
+        }
+        EXPECT_EQ(visible("C1"), caso.muestra) << caso.orden[0] << caso.orden[1];
+        EXPECT_EQ(visible("A1"), "#¡CIRCULAR!");
+    }
 }
 
 TEST_F(PruebaMotor, UnaCeldaFormulaSinTextoNoRompeNada) {
