@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <random>
+#include <set>
 #include <stdexcept>
 #include <vector>
 
@@ -278,6 +279,41 @@ TEST(Grafo, HaceLoMismoQueLosMapasLlanos) {
                     return;
             }
         }
+    }
+}
+
+TEST(Grafo, LosRectangulosAnchosSeAlcanzanDesdeCualquierColumna) {
+    // Tan anchos y altos que se apuntan por filas y se comprueban al visitarlos.
+    std::mt19937 azar(5);
+    const auto entre = [&azar](int a, int b) {
+        return std::uniform_int_distribution<int>(a, b)(azar);
+    };
+    GrafoDependencias grafo;
+    std::vector<nucleo::RangoCeldas> rangos;
+    for (int i = 0; i < 150; ++i) {
+        const int col = entre(1, 200);
+        const int fila = entre(0, 300);
+        rangos.push_back({fila, col, fila + entre(90, 150), col + entre(30, 450)});
+        grafo.establecerBloques(claveCelda(0, i, 701), std::vector{BloqueDeHoja{0, rangos.back()}});
+    }
+    for (int vuelta = 0; vuelta < 200; ++vuelta) {
+        std::set<std::uint64_t> esperadas;
+        std::vector<GrafoDependencias::IdFormula> alcanzadas;
+        grafo.empezarRecorrido();
+        for (int i = 0; i < 4; ++i) {
+            const int fila = entre(0, 450);
+            const int col = entre(0, 660);
+            grafo.alcanzarLectores(claveCelda(0, fila, col), alcanzadas);
+            for (std::size_t r = 0; r < rangos.size(); ++r) {
+                if (rangos[r].contiene(fila, col))
+                    esperadas.insert(claveCelda(0, static_cast<int>(r), 701));
+            }
+        }
+        std::set<std::uint64_t> obtenidas;
+        for (const GrafoDependencias::IdFormula formula : alcanzadas)
+            obtenidas.insert(grafo.claveDe(formula));
+        ASSERT_EQ(obtenidas, esperadas) << vuelta;
+        ASSERT_EQ(obtenidas.size(), alcanzadas.size());
     }
 }
 
