@@ -291,9 +291,10 @@ TEST(Grafo, LosRectangulosAnchosSeAlcanzanDesdeCualquierColumna) {
     GrafoDependencias grafo;
     std::vector<nucleo::RangoCeldas> rangos;
     for (int i = 0; i < 150; ++i) {
-        const int col = entre(1, 200);
-        const int fila = entre(0, 300);
-        rangos.push_back({fila, col, fila + entre(90, 150), col + entre(30, 450)});
+        // Bordes que obligan a partirlos en cuantos trozos se puede.
+        const int col = entre(0, 99) * 2 + 1;
+        const int fila = entre(0, 2) * 128 + 1;
+        rangos.push_back({fila, col, fila + 125, col + 241 + entre(0, 1) * 256});
         grafo.establecerBloques(claveCelda(0, i, 701), std::vector{BloqueDeHoja{0, rangos.back()}});
     }
     for (int vuelta = 0; vuelta < 200; ++vuelta) {
@@ -301,8 +302,8 @@ TEST(Grafo, LosRectangulosAnchosSeAlcanzanDesdeCualquierColumna) {
         std::vector<GrafoDependencias::IdFormula> alcanzadas;
         grafo.empezarRecorrido();
         for (int i = 0; i < 4; ++i) {
-            const int fila = entre(0, 450);
-            const int col = entre(0, 660);
+            const int fila = entre(0, 400);
+            const int col = entre(0, 700);
             grafo.alcanzarLectores(claveCelda(0, fila, col), alcanzadas);
             for (std::size_t r = 0; r < rangos.size(); ++r) {
                 if (rangos[r].contiene(fila, col))
