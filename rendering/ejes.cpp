@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numeric>
 
 namespace renderizador {
 
@@ -54,60 +55,41 @@ std::int64_t MedidasEje::suma(int desde, int hasta) const {
     return total;
 }
 
-namespace {
-
-struct TamanoPropio {
-    int elemento;
-    int tamano;
-};
-
-/// Los tamaños propios de la cuadrícula, en orden. Cuando son muchos se reparten en una tabla, que
-/// cuesta menos que ordenarlos.
-std::vector<TamanoPropio> tamanosEnOrden(const MedidasEje& medidas) {
-    std::vector<TamanoPropio> orden;
-    const auto dentro = [&](int elemento) { return elemento >= 0 && elemento < medidas.elementos; };
-    const auto cuantos =
-        std::min(medidas.tamanos.size(), static_cast<std::size_t>(medidas.elementos));
-    orden.reserve(cuantos);
-    if (cuantos < static_cast<std::size_t>(medidas.elementos) / 16) {
-        for (const auto& [elemento, tamano] : medidas.tamanos) {
-            if (dentro(elemento)) {
-                orden.push_back({elemento, escalar(tamano, medidas.zoom)});
-            }
-        }
-        std::sort(orden.begin(), orden.end(), [](const TamanoPropio& a, const TamanoPropio& b) {
-            return a.elemento < b.elemento;
-        });
-        return orden;
-    }
-    constexpr int kNinguno = -1;
-    std::vector<int> tabla(static_cast<std::size_t>(medidas.elementos), kNinguno);
-    for (const auto& [elemento, tamano] : medidas.tamanos) {
-        if (dentro(elemento)) {
-            tabla[static_cast<std::size_t>(elemento)] = escalar(tamano, medidas.zoom);
-        }
-    }
-    for (int elemento = 0; elemento < medidas.elementos; ++elemento) {
-        if (const int tamano = tabla[static_cast<std::size_t>(elemento)]; tamano != kNinguno) {
-            orden.push_back({elemento, tamano});
-        }
-    }
-    return orden;
-}
-
-} // namespace
-
 Eje::Eje(const MedidasEje& medidas)
     : elementos_(medidas.elementos),
       predeterminado_(escalar(medidas.predeterminado, medidas.zoom)) {
-    const std::vector<TamanoPropio> orden = tamanosEnOrden(medidas);
-    propios_.reserve(orden.size());
-    std::int64_t diferencia = 0;
-    for (const auto& [elemento, tamano] : orden) {
-        propios_.push_back(
-            {elemento, tamano, std::int64_t{elemento} * predeterminado_ + diferencia});
-        diferencia += tamano - std::int64_t{predeterminado_};
+    constexpr std::size_t kParteDensa = 16;
+    if (medidas.tamanos.size() >= static_cast<std::size_t>(elementos_) / kParteDensa) {
+        sumarTodos(medidas);
+    } else {
+        ordenarPropios(medidas);
     }
+}
+
+void Eje::ordenarPropios(const MedidasEje& medidas) {
+    propios_.reserve(medidas.tamanos.size());
+    for (const auto& [elemento, tamano] : medidas.tamanos) {
+        if (elemento >= 0 && elemento < elementos_) {
+            propios_.push_back({elemento, escalar(tamano, medidas.zoom), 0});
+        }
+    }
+    std::sort(propios_.begin(), propios_.end(),
+              [](const Propio& a, const Propio& b) { return a.elemento < b.elemento; });
+    std::int64_t diferencia = 0;
+    for (Propio& propio : propios_) {
+        propio.inicio = std::int64_t{propio.elemento} * predeterminado_ + diferencia;
+        diferencia += propio.tamano - std::int64_t{predeterminado_};
+    }
+}
+
+void Eje::sumarTodos(const MedidasEje& medidas) {
+    finales_.assign(static_cast<std::size_t>(elementos_), predeterminado_);
+    for (const auto& [elemento, tamano] : medidas.tamanos) {
+        if (elemento >= 0 && elemento < elementos_) {
+            finales_[static_cast<std::size_t>(elemento)] = escalar(tamano, medidas.zoom);
+        }
+    }
+    std::partial_sum(finales_.begin(), finales_.end(), finales_.begin());
 }
 
 std::vector<Eje::Propio>::const_iterator Eje::primeroDesde(int elemento) const {
@@ -117,6 +99,9 @@ std::vector<Eje::Propio>::const_iterator Eje::primeroDesde(int elemento) const {
 }
 
 int Eje::tamano(int elemento) const {
+    if (!finales_.empty()) {
+        return static_cast<int>(posicion(elemento + 1) - posicion(elemento));
+    }
     const auto propio = primeroDesde(elemento);
     return propio != propios_.end() && propio->elemento == elemento ? propio->tamano
                                                                     : predeterminado_;
@@ -124,6 +109,9 @@ int Eje::tamano(int elemento) const {
 
 std::int64_t Eje::posicion(int elemento) const {
     elemento = std::clamp(elemento, 0, elementos_);
+    if (!finales_.empty()) {
+        return elemento == 0 ? 0 : finales_[static_cast<std::size_t>(elemento) - 1];
+    }
     auto anterior = primeroDesde(elemento);
     if (anterior == propios_.begin()) {
         return std::int64_t{elemento} * predeterminado_;
@@ -136,6 +124,10 @@ std::int64_t Eje::posicion(int elemento) const {
 int Eje::elementoEn(std::int64_t posicion) const {
     if (posicion < 0) {
         return 0;
+    }
+    if (!finales_.empty()) {
+        return static_cast<int>(std::upper_bound(finales_.begin(), finales_.end(), posicion) -
+                                finales_.begin());
     }
     const auto propio =
         std::partition_point(propios_.begin(), propios_.end(), [posicion](const Propio& candidato) {

@@ -31,14 +31,15 @@ struct MedidasEje {
 MedidasEje medidasColumnas(const nucleo::Hoja& hoja, double zoom);
 MedidasEje medidasFilas(const nucleo::Hoja& hoja, double zoom);
 
-/// Índice de un eje: los tamaños propios en orden, cada uno con lo que suman las diferencias de los
-/// anteriores respecto del predeterminado.
+/// Índice de un eje. Con pocos tamaños propios los guarda en orden, cada uno con su posición: lo
+/// que hay entre ellos es una multiplicación. Con muchos, guarda dónde acaba cada elemento.
 class Eje {
   public:
     Eje() = default;
     explicit Eje(const MedidasEje& medidas);
 
     int elementos() const { return elementos_; }
+    /// De un elemento de la cuadrícula.
     int tamano(int elemento) const;
     /// Píxeles de los elementos 0..elemento - 1.
     std::int64_t posicion(int elemento) const;
@@ -52,9 +53,12 @@ class Eje {
         std::int64_t inicio; ///< posición del elemento
     };
 
+    void ordenarPropios(const MedidasEje& medidas);
+    void sumarTodos(const MedidasEje& medidas);
     std::vector<Propio>::const_iterator primeroDesde(int elemento) const;
 
-    std::vector<Propio> propios_; ///< en orden de elemento
+    std::vector<Propio> propios_;       ///< en orden de elemento, si son pocos
+    std::vector<std::int64_t> finales_; ///< uno por elemento, si los propios son muchos
     int elementos_ = 0;
     int predeterminado_ = 0; ///< ya con zoom
 };

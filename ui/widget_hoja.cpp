@@ -127,6 +127,8 @@ void WidgetHoja::refrescar() {
 }
 
 void WidgetHoja::ponerAlDia() {
+    prepararRenderizador();
+    const renderizador::Renderizador::Fotograma fotograma(renderizador_);
     actualizarScrollbars();
     posicionarEditorCelda();
     viewport()->update();
@@ -162,10 +164,10 @@ void WidgetHoja::actualizarScrollbars() {
 }
 
 void WidgetHoja::asegurarVisible() {
-    actualizarScrollbars();
     prepararRenderizador();
+    const renderizador::Renderizador::Fotograma fotograma(renderizador_);
+    actualizarScrollbars();
     if (const nucleo::Hoja* hoja = renderizador_.hoja) {
-        const renderizador::Renderizador::Fotograma fotograma(renderizador_);
         const editor::Seleccion& seleccion = editor_.seleccion();
         const int fila = seleccion.activaFila;
         const int col = seleccion.activaCol;
