@@ -64,6 +64,10 @@ class MapaTamanos {
     std::size_t erase(int clave) { return propia().erase(clave); }
     iterator erase(const_iterator posicion) { return propia().erase(posicion); }
 
+    /// Verdadero si son copias que nadie ha cambiado desde que lo son: quien guarda una copia sabe
+    /// así, sin mirar los tamaños, si lo que calculó con ella sigue valiendo.
+    bool comparteCon(const MapaTamanos& otro) const { return tabla_ == otro.tabla_; }
+
     bool operator==(const MapaTamanos& otro) const {
         return tabla_ == otro.tabla_ || tabla() == otro.tabla();
     }

@@ -4,30 +4,12 @@
 
 namespace renderizador {
 
-EjeVista::EjeVista(const MedidasEje& medidas, const Eje* indice, int inmovilizados, int origen,
-                   int desplazamiento)
-    : medidas_(medidas), prestado_(indice), fijos_(std::clamp(inmovilizados, 0, medidas.elementos)),
-      origen_(origen), desplazamiento_(desplazamiento), panelFijo_(suma(0, fijos_)) {}
-
-const Eje& EjeVista::indice() const {
-    if (prestado_ != nullptr) {
-        return *prestado_;
-    }
-    if (!propio_) {
-        propio_.emplace(medidas_);
-    }
-    return *propio_;
-}
-
-int EjeVista::tamano(int elemento) const {
-    return prestado_ != nullptr ? prestado_->tamano(elemento) : medidas_.tamano(elemento);
-}
+EjeVista::EjeVista(const Eje& eje, int inmovilizados, int origen, int desplazamiento)
+    : eje_(eje), fijos_(std::clamp(inmovilizados, 0, eje.elementos())), origen_(origen),
+      desplazamiento_(desplazamiento), panelFijo_(eje.posicion(fijos_)) {}
 
 std::int64_t EjeVista::suma(int desde, int hasta) const {
-    if (prestado_ == nullptr) {
-        return medidas_.suma(desde, hasta);
-    }
-    return hasta <= desde ? 0 : prestado_->posicion(hasta) - prestado_->posicion(desde);
+    return hasta <= desde ? 0 : eje_.posicion(hasta) - eje_.posicion(desde);
 }
 
 std::int64_t EjeVista::inicio(int elemento) const {
@@ -38,16 +20,15 @@ std::int64_t EjeVista::inicio(int elemento) const {
 }
 
 int EjeVista::en(std::int64_t pixel) const {
-    const Eje& eje = indice();
     if (pixel < finPanel()) {
-        const int elemento = eje.elementoEn(pixel - origen_);
+        const int elemento = eje_.elementoEn(pixel - origen_);
         return elemento < fijos_ ? elemento : -1;
     }
     const std::int64_t dentro = pixel - (finPanel() - desplazamiento_);
     if (dentro < 0) {
         return -1;
     }
-    const int elemento = eje.elementoEn(eje.posicion(fijos_) + dentro);
+    const int elemento = eje_.elementoEn(panelFijo_ + dentro);
     return elemento < elementos() ? elemento : -1;
 }
 
@@ -55,8 +36,7 @@ int EjeVista::primeroDesplazado() const {
     if (desplazamiento_ < 0) {
         return fijos_;
     }
-    const Eje& eje = indice();
-    return std::max(fijos_, eje.elementoEn(eje.posicion(fijos_) + desplazamiento_));
+    return std::max(fijos_, eje_.elementoEn(panelFijo_ + desplazamiento_));
 }
 
 void EjeVista::visibles(int limite, std::vector<int>& salida) const {
@@ -64,10 +44,9 @@ void EjeVista::visibles(int limite, std::vector<int>& salida) const {
     for (int elemento = 0; elemento < fijos_; ++elemento) {
         salida.push_back(elemento);
     }
-    const Eje& eje = indice();
     int elemento = primeroDesplazado();
     for (std::int64_t pixel = inicio(elemento); elemento < elementos() && pixel < limite;
-         pixel += eje.tamano(elemento), ++elemento) {
+         pixel += eje_.tamano(elemento), ++elemento) {
         salida.push_back(elemento);
     }
 }

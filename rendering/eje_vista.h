@@ -3,7 +3,6 @@
 #include "rendering/ejes.h"
 
 #include <cstdint>
-#include <optional>
 #include <vector>
 
 namespace renderizador {
@@ -12,14 +11,13 @@ namespace renderizador {
 /// que no se desplazan, y después los demás. Todo en 64 bits y en píxeles de la vista.
 class EjeVista {
   public:
-    /// `indice` puede ser nulo: entonces cada respuesta se calcula de las medidas.
-    EjeVista(const MedidasEje& medidas, const Eje* indice, int inmovilizados, int origen,
-             int desplazamiento);
+    EjeVista(const Eje& eje, int inmovilizados, int origen, int desplazamiento);
 
-    int elementos() const { return medidas_.elementos; }
+    int elementos() const { return eje_.elementos(); }
     /// Cuántos se quedan fijos, acotados a la cuadrícula.
     int fijos() const { return fijos_; }
-    int tamano(int elemento) const;
+    int tamano(int elemento) const { return eje_.tamano(elemento); }
+    /// Píxeles de los elementos [desde, hasta).
     std::int64_t suma(int desde, int hasta) const;
     std::int64_t panelFijo() const { return panelFijo_; }
     /// Donde acaba lo fijo y empieza lo que se desplaza.
@@ -35,11 +33,7 @@ class EjeVista {
     void visibles(int limite, std::vector<int>& salida) const;
 
   private:
-    const Eje& indice() const;
-
-    MedidasEje medidas_;
-    const Eje* prestado_;
-    mutable std::optional<Eje> propio_; ///< el que se hace si no hay uno prestado
+    const Eje& eje_;
     int fijos_;
     int origen_;
     int desplazamiento_;

@@ -29,32 +29,6 @@ MedidasEje medidasFilas(const nucleo::Hoja& hoja, double zoom) {
     return {hoja.altos, nucleo::kFilas, nucleo::kAltoPredeterminado, zoom};
 }
 
-int MedidasEje::tamano(int elemento) const {
-    const auto propio = tamanos.find(elemento);
-    return escalar(propio == tamanos.end() ? predeterminado : propio->second, zoom);
-}
-
-std::int64_t MedidasEje::suma(int desde, int hasta) const {
-    desde = std::clamp(desde, 0, elementos);
-    hasta = std::clamp(hasta, desde, elementos);
-    const std::int64_t porDefecto = escalar(predeterminado, zoom);
-    const int cuantos = hasta - desde;
-    std::int64_t total = 0;
-    if (tamanos.size() < static_cast<std::size_t>(cuantos)) {
-        total = porDefecto * cuantos;
-        for (const auto& [elemento, propio] : tamanos) {
-            if (elemento >= desde && elemento < hasta) {
-                total += escalar(propio, zoom) - porDefecto;
-            }
-        }
-    } else {
-        for (int elemento = desde; elemento < hasta; ++elemento) {
-            total += tamano(elemento);
-        }
-    }
-    return total;
-}
-
 Eje::Eje(const MedidasEje& medidas)
     : elementos_(medidas.elementos),
       predeterminado_(escalar(medidas.predeterminado, medidas.zoom)) {
@@ -149,6 +123,18 @@ int Eje::elementoEn(std::int64_t posicion) const {
     }
     return static_cast<int>(
         std::min<std::int64_t>(elemento + (posicion - inicioTramo) / predeterminado_, elementos_));
+}
+
+const Eje& EjeRecordado::de(const MedidasEje& medidas) {
+    // NaN es igual a sí mismo: también con él vale el eje recordado.
+    const bool mismoZoom = zoom_ == medidas.zoom || (std::isnan(zoom_) && std::isnan(medidas.zoom));
+    if (!mismoZoom || eje_.elementos() != medidas.elementos ||
+        !tamanos_.comparteCon(medidas.tamanos)) {
+        eje_ = Eje(medidas);
+        tamanos_ = medidas.tamanos;
+        zoom_ = medidas.zoom;
+    }
+    return eje_;
 }
 
 } // namespace renderizador

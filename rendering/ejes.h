@@ -21,11 +21,6 @@ struct MedidasEje {
     int elementos;
     int predeterminado; ///< píxeles sin zoom
     double zoom;
-
-    int tamano(int elemento) const;
-    /// Píxeles que ocupan los elementos [desde, hasta), acotados a la cuadrícula. Cuesta lo que el
-    /// menor de los dos: el tramo, o los tamaños propios que haya.
-    std::int64_t suma(int desde, int hasta) const;
 };
 
 MedidasEje medidasColumnas(const nucleo::Hoja& hoja, double zoom);
@@ -63,27 +58,17 @@ class Eje {
     int predeterminado_ = 0; ///< ya con zoom
 };
 
-/// Los dos ejes de una hoja, y de qué hoja y zoom salieron.
-struct Ejes {
-    const nucleo::Hoja* hoja = nullptr;
-    double zoom = 1.0;
-    Eje filas;
-    Eje columnas;
-};
-
-/// Puntero a unos ejes prestados que no se copia con su dueño: la copia no sabe si siguen vivos.
-class RefEjes {
+/// El eje por el que se preguntó la última vez. Se rehace si han cambiado los tamaños o el zoom, y
+/// saberlo no cuesta mirar los tamaños: guarda una copia del mapa, y quien escribe en él lo aparta
+/// de sus copias.
+class EjeRecordado {
   public:
-    RefEjes() = default;
-    RefEjes(const RefEjes&) {}
-    RefEjes& operator=(const RefEjes&) { return *this; }
-    ~RefEjes() = default;
-
-    const Ejes* get() const { return ejes_; }
-    void prestar(const Ejes* ejes) const { ejes_ = ejes; }
+    const Eje& de(const MedidasEje& medidas);
 
   private:
-    mutable const Ejes* ejes_ = nullptr;
+    nucleo::MapaTamanos tamanos_;
+    double zoom_ = 0;
+    Eje eje_;
 };
 
 } // namespace renderizador

@@ -33,59 +33,28 @@ QRect rectangulo(std::int64_t x, std::int64_t y, std::int64_t ancho, std::int64_
     return resultado;
 }
 
-/// NaN es igual a sí mismo: también con él vale el índice del fotograma.
-bool mismoZoom(double uno, double otro) {
-    return uno == otro || (uno != uno && otro != otro);
-}
-
 bool cercaDelBorde(std::int64_t punto, std::int64_t borde) {
     return std::abs(punto - borde) < kToleranciaBorde;
 }
 
 } // namespace
 
-Renderizador::Fotograma::Fotograma(const Renderizador& renderizador)
-    : renderizador_(renderizador), anteriores_(renderizador.ejes_.get()) {
-    const nucleo::Hoja* hoja = renderizador.hoja;
-    if (hoja == nullptr || renderizador.ejesVivos() != nullptr) {
-        return;
-    }
-    ejes_.hoja = hoja;
-    ejes_.zoom = renderizador.zoom;
-    ejes_.filas = Eje(medidasFilas(*hoja, ejes_.zoom));
-    ejes_.columnas = Eje(medidasColumnas(*hoja, ejes_.zoom));
-    renderizador.ejes_.prestar(&ejes_);
-}
-
-Renderizador::Fotograma::~Fotograma() {
-    renderizador_.ejes_.prestar(anteriores_);
-}
-
-const Ejes* Renderizador::ejesVivos() const {
-    const Ejes* ejes = ejes_.get();
-    return ejes != nullptr && ejes->hoja == hoja && mismoZoom(ejes->zoom, zoom) ? ejes : nullptr;
-}
-
 EjeVista Renderizador::ejeColumnas() const {
-    const Ejes* ejes = ejesVivos();
-    return {medidasColumnas(*hoja, zoom), ejes != nullptr ? &ejes->columnas : nullptr,
-            hoja->columnasInmovilizadas, kAnchoEncabezado, desplazamientoX};
+    return {columnas_.de(medidasColumnas(*hoja, zoom)), hoja->columnasInmovilizadas,
+            kAnchoEncabezado, desplazamientoX};
 }
 
 EjeVista Renderizador::ejeFilas() const {
-    const Ejes* ejes = ejesVivos();
-    return {medidasFilas(*hoja, zoom), ejes != nullptr ? &ejes->filas : nullptr,
-            hoja->filasInmovilizadas, kAltoEncabezado, desplazamientoY};
+    return {filas_.de(medidasFilas(*hoja, zoom)), hoja->filasInmovilizadas, kAltoEncabezado,
+            desplazamientoY};
 }
 
 int Renderizador::anchoCol(int col) const {
-    return hoja != nullptr ? medidasColumnas(*hoja, zoom).tamano(col)
-                           : escalar(nucleo::kAnchoPredeterminado, zoom);
+    return escalar(hoja != nullptr ? hoja->anchoColumna(col) : nucleo::kAnchoPredeterminado, zoom);
 }
 
 int Renderizador::altoFila(int fila) const {
-    return hoja != nullptr ? medidasFilas(*hoja, zoom).tamano(fila)
-                           : escalar(nucleo::kAltoPredeterminado, zoom);
+    return escalar(hoja != nullptr ? hoja->altoFila(fila) : nucleo::kAltoPredeterminado, zoom);
 }
 
 int Renderizador::anchoPanelFijo() const {

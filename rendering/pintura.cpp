@@ -99,7 +99,6 @@ void Renderizador::dibujar(QPainter& pintor, const QSize& vista,
     if (hoja == nullptr || tema == nullptr) {
         return;
     }
-    const Fotograma fotograma(*this);
     pintor.fillRect(QRect(QPoint(0, 0), vista), tema->fondo);
     pintor.setFont(letraCuadricula(zoom));
     dibujarCeldas(pintor, vista, seleccion);
@@ -123,7 +122,6 @@ void Renderizador::dibujarCeldas(QPainter& pintor, const QSize& vista,
     if (hoja == nullptr || tema == nullptr) {
         return;
     }
-    const Fotograma fotograma(*this);
     const Bandas filas = bandasVisibles(ejeFilas(), kAltoEncabezado, vista.height());
     const Bandas cols = bandasVisibles(ejeColumnas(), kAnchoEncabezado, vista.width());
     LoteCeldas lote(*tema, zoom, pintor.font(), grosorLinea(pintor));
@@ -189,7 +187,6 @@ void Renderizador::dibujarSeleccion(QPainter& pintor, const QSize& vista,
     if (hoja == nullptr || tema == nullptr) {
         return;
     }
-    const Fotograma fotograma(*this);
     const Bandas filas = bandasVisibles(ejeFilas(), kAltoEncabezado, vista.height());
     const Bandas cols = bandasVisibles(ejeColumnas(), kAnchoEncabezado, vista.width());
     for (const BandaVisible* banda : {&filas.fija, &filas.desplazada}) {

@@ -40,7 +40,6 @@ void Renderizador::dibujarEncabezados(QPainter& pintor, const QSize& vista,
     if (hoja == nullptr || tema == nullptr) {
         return;
     }
-    const Fotograma fotograma(*this);
     const double grosor = grosorLinea(pintor);
     LoteTexto rotulos(letraRotulos(pintor.font()));
     const auto rotular = [&](const std::string& rotulo, const QRect& rect, bool elegido,

@@ -40,10 +40,9 @@ struct SeleccionVista {
 
 /// Convierte filas y columnas de una hoja en píxeles de la vista, y al revés, y pinta la hoja.
 ///
-/// Coste. Una posición suelta suma los tamaños propios que haya antes (los predeterminados son una
-/// multiplicación); mientras viva un `Fotograma` todas las consultas salen de un índice ordenado,
-/// en tiempo logarítmico. Los tamaños negativos ocupan cero píxeles, las cuentas inmovilizadas se
-/// acotan a la cuadrícula y los resultados que no caben en un `int` se saturan.
+/// Coste. Cada respuesta sale, en tiempo logarítmico, de un índice de los tamaños propios que solo
+/// se rehace cuando cambian ellos o el zoom. Los tamaños negativos ocupan cero píxeles, las cuentas
+/// inmovilizadas se acotan a la cuadrícula y los resultados que no caben en un `int` se saturan.
 class Renderizador {
   public:
     const nucleo::Hoja* hoja = nullptr; ///< sin hoja no se pinta ni se acierta nada
@@ -51,21 +50,6 @@ class Renderizador {
     double zoom = 1.0;                  ///< 1.0 = 100 %
     std::int32_t desplazamientoX = 0;   ///< píxeles de vista, solo de la parte que se desplaza
     std::int32_t desplazamientoY = 0;
-
-    /// Mientras vive, la geometría sale de un índice hecho al crearlo: ni los tamaños de la hoja ni
-    /// sus inmovilizados pueden cambiar. Se anidan; solo el primero construye.
-    class Fotograma {
-      public:
-        explicit Fotograma(const Renderizador& renderizador);
-        ~Fotograma();
-        Fotograma(const Fotograma&) = delete;
-        Fotograma& operator=(const Fotograma&) = delete;
-
-      private:
-        const Renderizador& renderizador_;
-        const Ejes* anteriores_;
-        Ejes ejes_;
-    };
 
     // Tamaños y posiciones, en píxeles de la vista
     int anchoCol(int col) const;
@@ -105,7 +89,6 @@ class Renderizador {
                             const SeleccionVista& seleccion) const;
 
   private:
-    const Ejes* ejesVivos() const;
     // Solo con hoja
     EjeVista ejeColumnas() const;
     EjeVista ejeFilas() const;
@@ -115,7 +98,8 @@ class Renderizador {
     void seleccionEnRegion(QPainter& pintor, const Region& region,
                            const SeleccionVista& seleccion) const;
 
-    RefEjes ejes_; ///< los del `Fotograma` vivo, si lo hay
+    mutable EjeRecordado filas_;
+    mutable EjeRecordado columnas_;
 };
 
 } // namespace renderizador

@@ -127,8 +127,6 @@ void WidgetHoja::refrescar() {
 }
 
 void WidgetHoja::ponerAlDia() {
-    prepararRenderizador();
-    const renderizador::Renderizador::Fotograma fotograma(renderizador_);
     actualizarScrollbars();
     posicionarEditorCelda();
     viewport()->update();
@@ -144,7 +142,6 @@ QPoint WidgetHoja::inicioDesplazable() const {
 
 void WidgetHoja::actualizarScrollbars() {
     prepararRenderizador();
-    const renderizador::Renderizador::Fotograma fotograma(renderizador_);
     const QSize contenido = renderizador_.tamanoContenido();
     const QPoint inicio = inicioDesplazable();
     std::int64_t finX = 0;
@@ -164,9 +161,8 @@ void WidgetHoja::actualizarScrollbars() {
 }
 
 void WidgetHoja::asegurarVisible() {
-    prepararRenderizador();
-    const renderizador::Renderizador::Fotograma fotograma(renderizador_);
     actualizarScrollbars();
+    prepararRenderizador();
     if (const nucleo::Hoja* hoja = renderizador_.hoja) {
         const editor::Seleccion& seleccion = editor_.seleccion();
         const int fila = seleccion.activaFila;

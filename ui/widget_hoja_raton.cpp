@@ -78,15 +78,8 @@ void WidgetHoja::mousePressEvent(QMouseEvent* evento) {
     prepararRenderizador();
     int fila = 0;
     int col = 0;
-    bool enCelda = false;
-    {
-        const renderizador::Renderizador::Fotograma fotograma(renderizador_);
-        if (empezarRedimension(punto)) {
-            return;
-        }
-        enCelda = renderizador_.celdaEnPunto(punto, viewport()->size(), fila, col);
-    }
-    if (seleccionarEncabezado(punto) || !enCelda) {
+    if (empezarRedimension(punto) || seleccionarEncabezado(punto) ||
+        !renderizador_.celdaEnPunto(punto, viewport()->size(), fila, col)) {
         return;
     }
     if (evento->modifiers().testFlag(Qt::ShiftModifier)) {
@@ -115,7 +108,6 @@ void WidgetHoja::redimensionar(const QPoint& punto) {
 
 void WidgetHoja::actualizarCursor(const QPoint& punto) {
     Qt::CursorShape forma = Qt::ArrowCursor;
-    const renderizador::Renderizador::Fotograma fotograma(renderizador_);
     if (renderizador_.bordeColEnPunto(punto) >= 0) {
         forma = Qt::SplitHCursor;
     } else if (renderizador_.bordeFilaEnPunto(punto) >= 0) {

@@ -78,4 +78,18 @@ TEST(MapaTamanos, UnaCopiaNoVeLoQueSeEscribeEnLaOtra) {
     }
 }
 
+TEST(MapaTamanos, UnaCopiaComparteHastaQueSeEscribe) {
+    MapaTamanos uno{{1, 10}};
+    const MapaTamanos copia = uno;
+    EXPECT_TRUE(copia.comparteCon(uno));
+    EXPECT_EQ(std::as_const(uno).at(1), 10);
+    EXPECT_TRUE(copia.comparteCon(uno)) << "leer no aparta";
+    uno[1] = 11;
+    EXPECT_FALSE(copia.comparteCon(uno));
+    uno[1] = 10;
+    EXPECT_FALSE(copia.comparteCon(uno)) << "iguales, pero ya no la misma tabla";
+    EXPECT_EQ(copia, uno);
+    EXPECT_TRUE(MapaTamanos().comparteCon(MapaTamanos()));
+}
+
 } // namespace

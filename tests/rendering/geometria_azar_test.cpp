@@ -169,7 +169,11 @@ TEST(GeometriaAlAzar, IgualQueRecorrerUnoAUno) {
         const QSize vista(entre(60, 1500), entre(40, 900));
         SCOPED_TRACE(testing::Message() << "vez " << vez << ", zoom " << r.zoom);
         comparar(r, vista, azar);
-        const Renderizador::Fotograma fotograma(r);
+        // Y otra vez tras cambiar por fuera un tamaño que ya estaba.
+        if (!hoja.altos.empty()) {
+            hoja.altos.begin()->second = entre(0, 90);
+        }
+        hoja.anchos[entre(0, 10)] = entre(0, 90);
         comparar(r, vista, azar);
         if (HasFatalFailure()) {
             return;

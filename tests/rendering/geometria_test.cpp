@@ -223,15 +223,26 @@ TEST_F(Geometria, LasFijasSeDanAunqueNoQuepan) {
     EXPECT_EQ(vistas.back(), 49);
 }
 
-TEST_F(Geometria, ElFotogramaRespondeIgual) {
+TEST_F(Geometria, CambiarUnTamanoSeNotaEnElActo) {
     hoja.anchos[1] = 200;
-    hoja.columnasInmovilizadas = 1;
-    r.desplazamientoX = 30;
-    const int suelto = r.xDeCol(5);
-    const Renderizador::Fotograma fotograma(r);
-    EXPECT_EQ(r.xDeCol(5), suelto);
+    EXPECT_EQ(r.xDeCol(2), 48 + 288);
+    hoja.anchos[1] = 100; // la misma columna: el mapa no crece
+    EXPECT_EQ(r.xDeCol(2), 48 + 188);
+    nucleo::Hoja otra = hoja;
+    r.hoja = &otra;
+    otra.anchos[1] = 50;
+    EXPECT_EQ(r.xDeCol(2), 48 + 138);
+    r.hoja = &hoja;
+    EXPECT_EQ(r.xDeCol(2), 48 + 188);
+    hoja.anchos = {{0, 10}};
+    EXPECT_EQ(r.xDeCol(2), 48 + 98);
+    hoja.anchos.clear();
+    EXPECT_EQ(r.xDeCol(2), 48 + 176);
     r.zoom = 2.0;
-    EXPECT_EQ(r.xDeCol(1), 48 + 176 - 30) << "con otro zoom su índice ya no vale";
+    EXPECT_EQ(r.xDeCol(2), 48 + 352);
+    const Renderizador copia = r;
+    hoja.anchos[0] = 20;
+    EXPECT_EQ(copia.xDeCol(2), 48 + 40 + 176);
 }
 
 } // namespace
