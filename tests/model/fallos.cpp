@@ -63,15 +63,20 @@ void anotar(void* bloque, int signo) {
     medida.pico = std::max(medida.pico, medida.ahora);
 }
 
-void* pedir(std::size_t bytes, std::size_t alineacion) {
+void* pedirSinLanzar(std::size_t bytes, std::size_t alineacion) noexcept {
     void* bloque = nullptr;
     if (!faltaMemoria())
         bloque = alineacion == 0 ? std::malloc(std::max<std::size_t>(bytes, 1))
                                  : std::aligned_alloc(alineacion, (bytes + alineacion - 1) /
                                                                       alineacion * alineacion);
+    anotar(bloque, 1);
+    return bloque;
+}
+
+void* pedir(std::size_t bytes, std::size_t alineacion) {
+    void* bloque = pedirSinLanzar(bytes, alineacion);
     if (bloque == nullptr)
         throw std::bad_alloc();
-    anotar(bloque, 1);
     return bloque;
 }
 
@@ -95,6 +100,12 @@ void* operator new(std::size_t bytes, std::align_val_t alineacion) {
 }
 void* operator new[](std::size_t bytes, std::align_val_t alineacion) {
     return pedir(bytes, static_cast<std::size_t>(alineacion));
+}
+void* operator new(std::size_t bytes, const std::nothrow_t&) noexcept {
+    return pedirSinLanzar(bytes, 0);
+}
+void* operator new[](std::size_t bytes, const std::nothrow_t&) noexcept {
+    return pedirSinLanzar(bytes, 0);
 }
 void operator delete(void* bloque) noexcept {
     soltar(bloque);
