@@ -52,21 +52,24 @@ void leer(const std::string& ruta, Banco& banco) {
     }
 }
 
-std::string texto(int numero) { return std::to_string(numero); }
+std::string texto(int numero) {
+    return std::to_string(numero);
+}
 
 using Trabajo = std::function<void(Banco&, const std::string&, int)>;
 
-void anotar(const char* nombre, double valor) { std::cout << nombre << ' ' << valor << '\n'; }
+void anotar(const char* nombre, double valor) {
+    std::cout << nombre << ' ' << valor << '\n';
+}
 
 const std::map<std::string, Trabajo>& trabajos() {
     static const std::map<std::string, Trabajo> tabla = {
-        {"todo",
-         [](Banco& b, const std::string&, int) {
-             anotar("todo", milisegundos([&] { b.motor.recalcularTodo(); }));
-         }},
+        {"todo", [](Banco& b, const std::string&,
+                    int) { anotar("todo", milisegundos([&] { b.motor.recalcularTodo(); })); }},
         {"primera",
          [](Banco& b, const std::string&, int i) {
-             anotar("primera", milisegundos([&] { b.motor.establecerCelda(0, 0, 0, texto(i + 2)); }));
+             anotar("primera",
+                    milisegundos([&] { b.motor.establecerCelda(0, 0, 0, texto(i + 2)); }));
          }},
         {"medio",
          [](Banco& b, const std::string&, int i) {
