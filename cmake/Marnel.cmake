@@ -18,6 +18,11 @@ if(MARNEL_SANITIZADORES)
   target_link_options(marnel_opciones INTERFACE ${marnel_sanitizar})
 endif()
 
+# Los objetivos de fuzzing necesitan saber por qué caminos pasa todo el código que prueban.
+if(MARNEL_FUZZ)
+  target_compile_options(marnel_opciones INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 if(MARNEL_COBERTURA)
   target_compile_options(marnel_opciones INTERFACE --coverage)
   target_link_options(marnel_opciones INTERFACE --coverage)
