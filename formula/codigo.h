@@ -55,6 +55,18 @@ struct ReferenciaCodigo {
 /// Una fórmula leída: instrucciones en orden postfijo y las referencias que usan. Se reutiliza de
 /// una fórmula a otra sin devolver su memoria. Señala el texto del que salió, que debe seguir vivo
 /// mientras se use.
+///
+/// `A1+SUMA(B1:B9)*2` es: Celda 0, RangoArg 1, Llamada SUMA de 1, Numero 2, Producto, Suma.
+///
+/// SI y SI.ERROR saltan lo que no se elige. `SI(A1;B1;C1)` es:
+///
+///     0 AbrirPerezosa          con otro número de argumentos saltaría a 7 dejando "#¡VALOR!"
+///     1 Celda A1
+///     2 SaltoSi 5              falsa: a 5; con un error: a 7 con él
+///     3 Celda B1
+///     4 Salto 7
+///     5 Celda C1
+///     6 CerrarPerezosa de 3
 class Codigo {
   public:
     std::span<const Instruccion> instrucciones() const { return instrucciones_; }
