@@ -82,6 +82,8 @@ class Recalculo {
         std::uint32_t menor = 0;
     };
 
+    static constexpr std::uint64_t kMaximoPasosBlandos = 20'000'000;
+
     nucleo::GrafoDependencias& grafo() { return libro_.grafo(); }
     Estado& estado(IdFormula formula) { return estados_[formula]; }
     const nucleo::Celda* celdaFormula(std::uint64_t clave) const;
@@ -132,6 +134,7 @@ class Recalculo {
     std::vector<Componente> componentes_;
     std::vector<IdFormula> enComponente_;
     std::uint32_t ultimoOrden_ = 0;
+    std::uint64_t pasosBlandos_ = 0;
 };
 
 } // namespace motor_formulas

@@ -20,6 +20,7 @@ void Recalculo::resolverAplazadas() {
         [](const RangoBlando& a, const RangoBlando& b) { return a.formula < b.formula; });
     componentes_.assign(estados_.size(), Componente{});
     ultimoOrden_ = 0;
+    pasosBlandos_ = 0;
     for (const IdFormula formula : aplazadas_) {
         if (estado(formula) == Estado::Pendiente && componentes_[formula].orden == 0)
             ordenarDesde(formula);
@@ -28,7 +29,11 @@ void Recalculo::resolverAplazadas() {
     blandos_.clear();
 }
 
+/// Sus rangos demasiado grandes. Muchas fórmulas que se leen unas a otras por ellos tienen tantas
+/// parejas como el cuadrado: cuando ya se han mirado demasiadas manda solo el orden registrado.
 std::span<const Recalculo::RangoBlando> Recalculo::blandosDe(IdFormula formula) const {
+    if (pasosBlandos_ > kMaximoPasosBlandos)
+        return {};
     const auto tramo = std::equal_range(
         blandos_.begin(), blandos_.end(), RangoBlando{formula, {}},
         [](const RangoBlando& a, const RangoBlando& b) { return a.formula < b.formula; });
@@ -47,6 +52,7 @@ void Recalculo::ordenarDesde(IdFormula raiz) {
     };
     entrar(raiz);
     while (!marcos.empty()) {
+        ++pasosBlandos_;
         Marco& marco = marcos.back();
         Componente& propia = componentes_[marco.formula];
         const IdFormula otra =

@@ -47,11 +47,11 @@ bool visitarPagina(Columnas columnas, TramoFilas filas, int pagina, ErrorEnFila&
     if (primerError(columnas, filas, pagina, error))
         return false;
     const std::uint64_t bits = bitsDePagina(filas, pagina);
-    const auto desde = static_cast<std::size_t>(std::countr_zero(bits));
-    const auto hasta = static_cast<std::size_t>(kFilasPagina - std::countl_zero(bits));
     if (columnas.size() == 1) {
         const PaginaColumna& leida = columnas[0]->pagina(pagina);
         if ((leida.conNumero & bits) == bits) {
+            const auto desde = static_cast<std::size_t>(std::countr_zero(bits));
+            const auto hasta = static_cast<std::size_t>(kFilasPagina - std::countl_zero(bits));
             for (std::size_t fila = desde; fila < hasta; ++fila)
                 visitar(leida.numeros[fila]);
             return true;
@@ -60,11 +60,15 @@ bool visitarPagina(Columnas columnas, TramoFilas filas, int pagina, ErrorEnFila&
             visitar(leida.numeros[static_cast<std::size_t>(std::countr_zero(quedan))]);
         return true;
     }
-    for (std::size_t fila = desde; fila < hasta; ++fila) {
+    std::uint64_t con = 0;
+    for (ColumnaRecordada* const columna : columnas)
+        con |= columna->pagina(pagina).conNumero;
+    for (std::uint64_t quedan = con & bits; quedan != 0; quedan &= quedan - 1) {
+        const int fila = std::countr_zero(quedan);
         for (ColumnaRecordada* const columna : columnas) {
             const PaginaColumna& leida = columna->pagina(pagina);
             if ((leida.conNumero >> fila & 1) != 0)
-                visitar(leida.numeros[fila]);
+                visitar(leida.numeros[static_cast<std::size_t>(fila)]);
         }
     }
     return true;

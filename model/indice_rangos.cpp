@@ -83,9 +83,7 @@ void IndiceRangos::apuntar(Id id) {
     if (!planos_[hoja])
         planos_[hoja] = std::make_unique<Plano>();
     Plano& plano = *planos_[hoja];
-    if (cuantosNodosCubren(kAlturaColumnas, r.col1, r.col2) *
-            cuantosNodosCubren(kAlturaFilas, r.fila1, r.fila2) >
-        kMaximoApuntes) {
+    if (cuantosNodosCubren(kAlturaColumnas, r.col1, r.col2) > kMaximoColumnas) {
         apuntarEnColumna(id, plano, 1);
         return;
     }

@@ -59,9 +59,9 @@ class IndiceRangos {
     static constexpr int kAlturaPagina = 4;
     static constexpr int kPaginasPorCamino = 4; ///< 65536 filas
     static constexpr std::uint32_t kNodosPagina = 32;
-    /// Un rectángulo que necesitara más apuntes se apunta solo por filas y se comprueba al
+    /// Un rectángulo que se partiera en más columnas se apunta solo por filas y se comprueba al
     /// visitarlo.
-    static constexpr int kMaximoApuntes = 128;
+    static constexpr int kMaximoColumnas = 8;
 
     struct Rectangulo {
         std::uint16_t fila1 = 0;
