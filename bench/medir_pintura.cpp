@@ -5,8 +5,8 @@
 #include "model/hoja.h"
 #include "model/limites.h"
 #include "rendering/renderizador.h"
+#include "rendering/sustitutos.h"
 
-#include <QFont>
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
@@ -157,7 +157,7 @@ int main(int argc, char* argv[]) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     const QGuiApplication aplicacion(argc, argv);
-    QFont::insertSubstitution(QStringLiteral("Segoe UI"), QStringLiteral("Open Sans"));
+    renderizador::sustituirFamilias();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();

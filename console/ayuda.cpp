@@ -49,7 +49,7 @@ void escribirAyuda(std::ostream& salida) {
     salida
         << "marnel-consola --ayuda | --version\n\n"
            "Estados de salida: 0 bien; 1 argumentos incorrectos; 2 un archivo no se puede leer;\n"
-           "3 no se puede escribir.\n";
+           "3 no se puede escribir; 4 falta o ha fallado el programa que imprime.\n";
 }
 
 } // namespace consola

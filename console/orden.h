@@ -13,8 +13,9 @@ namespace consola {
 enum Estado : int {
     kBien = 0,
     kMalUso = 1,
-    kNoSeLee = 2,    ///< un archivo de entrada falta o no es lo que se espera
-    kNoSeEscribe = 3 ///< el destino, o la salida estándar, no admite lo escrito
+    kNoSeLee = 2,     ///< un archivo de entrada falta o no es lo que se espera
+    kNoSeEscribe = 3, ///< el destino, o la salida estándar, no admite lo escrito
+    kSinPrograma = 4  ///< otro programa que hace falta no está o ha terminado mal
 };
 
 /// Cómo terminó una orden. El mensaje, de una línea, se escribe en la salida de errores.

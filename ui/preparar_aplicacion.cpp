@@ -1,5 +1,6 @@
 #include "ui/preparar_aplicacion.h"
 
+#include "rendering/sustitutos.h"
 #include "ui/igualador_simbolos.h"
 #include "ui/traducciones.h"
 
@@ -43,7 +44,7 @@ void prepararAplicacion(QApplication& aplicacion) {
     QApplication::setWindowIcon(iconoAplicacion());
     // Las hojas de estilo cuentan con este estilo, cualquiera que sea el del escritorio.
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QFont::insertSubstitution(QStringLiteral("Segoe UI"), QStringLiteral("Open Sans"));
+    renderizador::sustituirFamilias();
     QApplication::setFont(QFont(QStringLiteral("Segoe UI"), 10));
     cargarTraduccionesQt(aplicacion);
 }

@@ -23,6 +23,15 @@ constexpr Opcion kDeConvertir[] = {
     {"--separador-entrada", "X", "separador de ENTRADA; sin él se reconocen \";\" y \",\""},
     {"--formato", "ARCHIVO", "formatos, anchos y fusiones que el texto no puede llevar"},
 };
+constexpr Opcion kDeImprimir[] = {
+    kHoja,
+    {"--todas", "", "todas las hojas, una detrás de otra"},
+    {"--rango", "A1:D20", "solo estas celdas; sin él, las usadas"},
+    {"--papel", "TAMAÑO", "A4, A3, A5 o carta; sin él, A4"},
+    {"--horizontal", "", "el papel apaisado"},
+    {"--ajustar", "", "encoger hasta que las columnas quepan en una página"},
+    {"--encabezados", "", "las letras de las columnas y los números de las filas"},
+};
 constexpr Opcion kDeRecalcular[] = {kJson};
 constexpr Opcion kDeFunciones[] = {kJson};
 
@@ -33,6 +42,8 @@ constexpr Orden kOrdenes[] = {
      "Convierte entre .mrn, .tsv y .csv; \"-\" es la entrada o la salida estándar, en CSV. Cada "
      "ENTRADA de texto es una hoja.",
      kDeConvertir, 2, 1024, convertir},
+    {"imprimir", "LIBRO SALIDA", "Dibuja una hoja en páginas de un .pdf, o entera en un .png.",
+     kDeImprimir, 2, 2, imprimir},
     {"recalcular", "LIBRO", "Recalcula un libro y cuenta celdas, fórmulas, errores y segundos.",
      kDeRecalcular, 1, 1, recalcular},
     {"funciones", "[NOMBRE]", "Escribe las funciones de las fórmulas, o explica una.", kDeFunciones,

@@ -9,6 +9,7 @@ namespace consola {
 Resultado evaluar(const Argumentos& argumentos, Terminal& terminal);
 Resultado mostrar(const Argumentos& argumentos, Terminal& terminal);
 Resultado convertir(const Argumentos& argumentos, Terminal& terminal);
+Resultado imprimir(const Argumentos& argumentos, Terminal& terminal);
 Resultado recalcular(const Argumentos& argumentos, Terminal& terminal);
 Resultado listarFunciones(const Argumentos& argumentos, Terminal& terminal);
 

@@ -1,6 +1,7 @@
 // Las letras necesitan una aplicación, aunque sin pantalla.
 
-#include <QFont>
+#include "rendering/sustitutos.h"
+
 #include <QGuiApplication>
 
 #include <gtest/gtest.h>
@@ -11,6 +12,6 @@ int main(int argc, char* argv[]) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     const QGuiApplication aplicacion(argc, argv);
-    QFont::insertSubstitution(QStringLiteral("Segoe UI"), QStringLiteral("Open Sans"));
+    renderizador::sustituirFamilias();
     return RUN_ALL_TESTS();
 }
