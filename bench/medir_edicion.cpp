@@ -6,9 +6,10 @@
 #include <benchmark/benchmark.h>
 
 #include <cstddef>
-#include <malloc.h>
 #include <memory>
 #include <string>
+
+#include "bench/memoria.h"
 
 // Cuánto cuestan las operaciones de edición según lo que hay en el libro y según lo que cambian.
 
@@ -26,11 +27,6 @@ struct Mesa {
         editor.extender(fila2, col2);
     }
 };
-
-std::size_t memoriaPedida() {
-    const struct mallinfo2 info = mallinfo2();
-    return info.uordblks + info.hblkhd;
-}
 
 /// Números en columnas de hasta 62.500 filas, y en la última columna una fórmula que lee A1.
 std::unique_ptr<Mesa> libroDeNumeros(int celdas) {

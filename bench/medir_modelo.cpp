@@ -16,6 +16,8 @@
 #include <unistd.h>
 #include <utility>
 
+#include "bench/memoria.h"
+
 namespace {
 
 using namespace nucleo;
@@ -47,18 +49,12 @@ Hoja hojaDispersa(int celdas) {
     return hoja;
 }
 
-/// Bytes pedidos y no devueltos.
-double ocupados() {
-    const auto datos = mallinfo2();
-    return static_cast<double>(datos.uordblks + datos.hblkhd);
-}
-
 template <typename Construir> void medirMemoria(benchmark::State& estado, Construir construir) {
     for (auto _ : estado) {
-        const double antes = ocupados();
+        const std::size_t antes = memoriaPedida();
         const Hoja hoja = construir(estado.range(0));
         estado.counters["bytes/celda"] =
-            (ocupados() - antes) / static_cast<double>(hoja.celdas.size());
+            static_cast<double>(memoriaPedida() - antes) / static_cast<double>(hoja.celdas.size());
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "model/celda.h"
 #include "model/mascara.h"
+#include "model/reserva_bloques.h"
 
 #include <algorithm>
 #include <array>
@@ -75,6 +76,8 @@ template <int Bits> class BloqueCeldas {
     static BloqueCeldas* copiar(const BloqueCeldas& otro) { return copiar(otro, otro.cuenta()); }
     static BloqueCeldas* copiar(const BloqueCeldas& otro, int sitio);
     static void destruir(BloqueCeldas* bloque);
+    /// De donde salen los de una columna llena.
+    static ReservaBloques& reservaBloques();
 
     Mascara presentes() const { return presentes_; }
     int cuenta() const { return contarBits(presentes_); }
@@ -134,6 +137,7 @@ template <int Bits> class BloqueCeldas {
     /// Los bloques grandes empiezan en una línea de caché: así el tipo y el número de cada celda
     /// caen siempre en una sola.
     static constexpr int kCapacidadAlineada = 16;
+    static constexpr int kCapacidadReservada = 64;
     static constexpr std::align_val_t kAlineacion{64};
     static constexpr int kNinguna = -1;
 
@@ -164,19 +168,33 @@ template <int Bits> int BloqueCeldas<Bits>::capacidadPara(int cuantas) {
     return std::min(*std::lower_bound(pasos.begin(), pasos.end(), cuantas), kFilas);
 }
 
+template <int Bits> ReservaBloques& BloqueCeldas<Bits>::reservaBloques() {
+    // No se destruye nunca: puede haber almacenes que mueran después.
+    static auto* const reserva =
+        new ReservaBloques(kInicioCeldas + kCapacidadReservada * sizeof(Celda));
+    return *reserva;
+}
+
 template <int Bits> BloqueCeldas<Bits>* BloqueCeldas<Bits>::crear(int sitio) {
     static_assert(sizeof(BloqueCeldas) <= kInicioCeldas);
     const int capacidad = capacidadPara(sitio);
     const std::size_t bytes = kInicioCeldas + static_cast<std::size_t>(capacidad) * sizeof(Celda);
-    void* memoria = capacidad >= kCapacidadAlineada ? ::operator new(bytes, kAlineacion)
-                                                    : ::operator new(bytes);
+    void* memoria = nullptr;
+    if (capacidad == kCapacidadReservada)
+        memoria = reservaBloques().pedir();
+    else if (capacidad >= kCapacidadAlineada)
+        memoria = ::operator new(bytes, kAlineacion);
+    else
+        memoria = ::operator new(bytes);
     return new (memoria) BloqueCeldas(capacidad);
 }
 
 template <int Bits> void BloqueCeldas<Bits>::destruir(BloqueCeldas* bloque) {
     const int capacidad = bloque->capacidad_;
     bloque->~BloqueCeldas();
-    if (capacidad >= kCapacidadAlineada)
+    if (capacidad == kCapacidadReservada)
+        reservaBloques().soltar(bloque);
+    else if (capacidad >= kCapacidadAlineada)
         ::operator delete(bloque, kAlineacion);
     else
         ::operator delete(bloque);
