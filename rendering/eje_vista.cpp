@@ -13,7 +13,7 @@ std::int64_t EjeVista::suma(int desde, int hasta) const {
 }
 
 std::int64_t EjeVista::inicio(int elemento) const {
-    if (elemento < fijos_ || elemento < 0) {
+    if (elemento < fijos_) {
         return origen_ + suma(0, elemento);
     }
     return finPanel() - desplazamiento_ + suma(fijos_, elemento);
@@ -21,8 +21,7 @@ std::int64_t EjeVista::inicio(int elemento) const {
 
 int EjeVista::en(std::int64_t pixel) const {
     if (pixel < finPanel()) {
-        const int elemento = eje_.elementoEn(pixel - origen_);
-        return elemento < fijos_ ? elemento : -1;
+        return eje_.elementoEn(pixel - origen_);
     }
     const std::int64_t dentro = pixel - (finPanel() - desplazamiento_);
     if (dentro < 0) {
@@ -33,9 +32,6 @@ int EjeVista::en(std::int64_t pixel) const {
 }
 
 int EjeVista::primeroDesplazado() const {
-    if (desplazamiento_ < 0) {
-        return fijos_;
-    }
     return std::max(fijos_, eje_.elementoEn(panelFijo_ + desplazamiento_));
 }
 

@@ -123,9 +123,8 @@ bool Renderizador::celdaEnPunto(const QPoint& punto, const QSize& vista, int& fi
 int Renderizador::colEnEncabezado(const QPoint& punto) const {
     int fila = -1;
     int col = -1;
-    if (hoja == nullptr || punto.y() >= kAltoEncabezado || punto.x() < kAnchoEncabezado ||
-        !celdaEnPunto({punto.x(), kAltoEncabezado}, kVistaSinLimite, fila, col)) {
-        return -1;
+    if (punto.y() < kAltoEncabezado) {
+        celdaEnPunto({punto.x(), kAltoEncabezado}, kVistaSinLimite, fila, col);
     }
     return col;
 }
@@ -133,28 +132,21 @@ int Renderizador::colEnEncabezado(const QPoint& punto) const {
 int Renderizador::filaEnEncabezado(const QPoint& punto) const {
     int fila = -1;
     int col = -1;
-    if (hoja == nullptr || punto.x() >= kAnchoEncabezado || punto.y() < kAltoEncabezado ||
-        !celdaEnPunto({kAnchoEncabezado, punto.y()}, kVistaSinLimite, fila, col)) {
-        return -1;
+    if (punto.x() < kAnchoEncabezado) {
+        celdaEnPunto({kAnchoEncabezado, punto.y()}, kVistaSinLimite, fila, col);
     }
     return fila;
 }
 
 int Renderizador::bordeColEnPunto(const QPoint& punto) const {
-    const std::int64_t corregido = std::int64_t{punto.x()} - kCorreccionBorde;
-    if (hoja == nullptr || corregido < kAnchoEncabezado) {
-        return -1;
-    }
-    const int col = colEnEncabezado({static_cast<int>(corregido), punto.y()});
+    const int corregido = saturado(std::int64_t{punto.x()} - kCorreccionBorde);
+    const int col = colEnEncabezado({corregido, punto.y()});
     return col >= 0 && cercaDelBorde(punto.x(), ejeColumnas().fin(col)) ? col : -1;
 }
 
 int Renderizador::bordeFilaEnPunto(const QPoint& punto) const {
-    const std::int64_t corregido = std::int64_t{punto.y()} - kCorreccionBorde;
-    if (hoja == nullptr || corregido < kAltoEncabezado) {
-        return -1;
-    }
-    const int fila = filaEnEncabezado({punto.x(), static_cast<int>(corregido)});
+    const int corregido = saturado(std::int64_t{punto.y()} - kCorreccionBorde);
+    const int fila = filaEnEncabezado({punto.x(), corregido});
     return fila >= 0 && cercaDelBorde(punto.y(), ejeFilas().fin(fila)) ? fila : -1;
 }
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <vector>
 
 namespace {
@@ -157,6 +158,69 @@ TEST_F(Geometria, LosEncabezadosSeAciertanEnSuFranja) {
     EXPECT_EQ(r.filaEnEncabezado({47, 26 + 24}), 1);
     EXPECT_EQ(r.filaEnEncabezado({48, 26 + 24}), -1);
     EXPECT_EQ(r.filaEnEncabezado({10, 25}), -1);
+}
+
+TEST_F(Geometria, LaFranjaDeUnEncabezadoEmpiezaEnSuPrimerPixel) {
+    EXPECT_EQ(r.colEnEncabezado({48, 0}), 0);
+    EXPECT_EQ(r.colEnEncabezado({48, -1000}), 0) << "por arriba no se acota";
+    EXPECT_EQ(r.filaEnEncabezado({0, 26}), 0);
+    EXPECT_EQ(r.filaEnEncabezado({-1000, 26}), 0) << "por la izquierda no se acota";
+    EXPECT_EQ(r.filaEnEncabezado({0, 26 + 24 * 1000}), 1000) << "no lo acota la vista";
+}
+
+TEST_F(Geometria, LosEncabezadosLleganHastaDondeSeMira) {
+    hoja.anchos[0] = hoja.altos[0] = 20000000;
+    EXPECT_EQ(r.colEnEncabezado({16777215, 10}), 0);
+    EXPECT_EQ(r.colEnEncabezado({16777216, 10}), -1);
+    EXPECT_EQ(r.filaEnEncabezado({10, 16777215}), 0);
+    EXPECT_EQ(r.filaEnEncabezado({10, 16777216}), -1);
+}
+
+TEST_F(Geometria, ElBordeDeUnaPrimeraColumnaEstrechaSeAgarra) {
+    hoja.anchos[0] = hoja.altos[0] = 4;
+    EXPECT_EQ(r.bordeColEnPunto({48 + 3, 10}), 0);
+    EXPECT_EQ(r.bordeColEnPunto({48 + 2, 10}), -1) << "corregido cae en la franja de las filas";
+    EXPECT_EQ(r.bordeColEnPunto({48 + 4 + 2, 10}), 0);
+    EXPECT_EQ(r.bordeFilaEnPunto({10, 26 + 3}), 0);
+    EXPECT_EQ(r.bordeFilaEnPunto({10, 26 + 2}), -1);
+    EXPECT_EQ(r.bordeFilaEnPunto({10, 26 + 4 + 2}), 0);
+    constexpr int kMinimo = std::numeric_limits<int>::min();
+    EXPECT_EQ(r.bordeColEnPunto({kMinimo, kMinimo}), -1);
+    EXPECT_EQ(r.bordeFilaEnPunto({kMinimo, kMinimo}), -1);
+}
+
+TEST_F(Geometria, LoQueNoOcupaPixelesNoSeAcierta) {
+    hoja.anchos[0] = 0;
+    hoja.anchos[2] = -7;
+    hoja.altos[0] = 0;
+    EXPECT_EQ(en(48, 26), (Celda{1, 1}));
+    EXPECT_EQ(en(48 + 88, 26), (Celda{1, 3}));
+    hoja.columnasInmovilizadas = 1;
+    hoja.filasInmovilizadas = 1;
+    EXPECT_EQ(r.anchoPanelFijo(), 0);
+    EXPECT_EQ(en(48, 26), (Celda{1, 1}));
+    hoja.columnasInmovilizadas = 3;
+    r.desplazamientoX = 88;
+    EXPECT_EQ(en(48, 26), (Celda{1, 1}));
+    EXPECT_EQ(en(48 + 87, 26), (Celda{1, 1}));
+    EXPECT_EQ(en(48 + 88, 26), (Celda{1, 4})) << "la columna 3 está bajo el panel";
+}
+
+TEST_F(Geometria, UnElementoNegativoEstaDondeLaFranja) {
+    r.desplazamientoX = 30;
+    r.desplazamientoY = 30;
+    EXPECT_EQ(r.xDeCol(-1), 48);
+    EXPECT_EQ(r.yDeFila(-1), 26);
+    EXPECT_EQ(r.xDeCol(0), 48 - 30);
+}
+
+TEST_F(Geometria, UnDesplazamientoNegativoEmpiezaEnLaPrimeraQueSeDesplaza) {
+    hoja.columnasInmovilizadas = 2;
+    r.desplazamientoX = -100;
+    EXPECT_EQ(cols({48 + 176 + 100 + 1, 600}), (std::vector{0, 1, 2}));
+    EXPECT_EQ(cols({48 + 176 + 100, 600}), (std::vector{0, 1}));
+    EXPECT_EQ(en(48 + 176 + 99, 30), (Celda{-1, -1}));
+    EXPECT_EQ(en(48 + 176 + 100, 30), (Celda{0, 2}));
 }
 
 TEST_F(Geometria, UnBordeSeAgarraACuatroPixeles) {
