@@ -117,9 +117,11 @@ def elegir(cuantos, semilla):
     for archivo, suyos in todos.items():
         parte = min(len(suyos), max(2, round(cuantos * len(suyos) / total)))
         elegidos += random.Random(f"{semilla} {archivo}").sample(suyos, parte)
-    # Barajados: lo que se lleve hecho es en todo momento una muestra del conjunto.
+    # Barajados, lo que se lleve hecho es en todo momento una muestra del conjunto; las cabeceras
+    # al final, porque cada una obliga a compilar mucho.
     random.Random(semilla).shuffle(elegidos)
-    return elegidos[:cuantos], total
+    elegidos = elegidos[:cuantos]
+    return sorted(elegidos, key=lambda mutante: mutante["archivo"].endswith(".h")), total
 
 
 def archivos():
@@ -312,6 +314,12 @@ def correr(mutantes, carpeta, trabajos, informe):
     return hechos
 
 
+def apuntados(informe):
+    """Lo que dice un informe, de cada mutante lo último."""
+    return list({nombre(hecho): hecho for hecho in
+                 (json.loads(linea) for linea in (leer(informe) or b"").splitlines())}.values())
+
+
 def resumir(hechos):
     """Escribe la cuenta y los que sobreviven; devuelve el tanto por ciento que muere."""
     cuenta = {}
@@ -336,14 +344,13 @@ def main():
     analizador.add_argument("--repetir", help="informe cuyos supervivientes se prueban otra vez")
     analizador.add_argument("--trabajos", type=int, default=1, help="mutantes a la vez (1)")
     analizador.add_argument("--carpeta", help="dónde trabajar y dejar lo construido para otra vez")
-    analizador.add_argument("--informe", default=os.devnull, help="archivo al que se añade un JSON por mutante")
+    analizador.add_argument("--informe", default=os.devnull, help="archivo al que se añade un JSON por mutante;\nlos que ya tenga no se repiten")
     analizador.add_argument("--listar", action="store_true", help="enseñar los elegidos y no correr nada")
     opciones = analizador.parse_args()
 
     if opciones.repetir:
-        with open(opciones.repetir, encoding="utf-8") as anterior:
-            apuntes = [json.loads(linea) for linea in anterior]
-        mutantes = [apunte for apunte in apuntes if apunte["veredicto"] == "sobrevive"]
+        mutantes = [apunte for apunte in apuntados(opciones.repetir)
+                    if apunte["veredicto"] == "sobrevive"]
     elif opciones.solo:
         mutantes = [mutante for archivo in dict.fromkeys(sitio.split(":")[0] for sitio in opciones.solo)
                     for mutante in candidatos(archivo)
@@ -356,10 +363,14 @@ def main():
             print(f"{nombre(mutante)}\n    {mutante['texto']}")
         return 0
 
+    hechos = apuntados(opciones.informe) if not opciones.repetir else []
+    ya = {nombre(hecho) for hecho in hechos}
+    mutantes = [mutante for mutante in mutantes if nombre(mutante) not in ya]
+
     carpeta = opciones.carpeta or tempfile.mkdtemp(prefix="mutantes-")
     try:
         with open(opciones.informe, "a", encoding="utf-8") as informe:
-            hechos = correr(mutantes, os.path.abspath(carpeta), opciones.trabajos, informe)
+            hechos += correr(mutantes, os.path.abspath(carpeta), opciones.trabajos, informe)
     finally:
         if not opciones.carpeta:
             shutil.rmtree(carpeta, ignore_errors=True)
