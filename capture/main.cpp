@@ -44,7 +44,8 @@ int main(int argc, char* argv[]) {
     if (const std::string error = captura::leerPeticion(argumentos, peticion); !error.empty()) {
         return fallar(kMalUso, error + "; uso: marnel-captura LIBRO IMAGEN [--tamano 1280x720] "
                                        "[--tema claro|oscuro] [--escala 1-4] [--zoom 50-200] "
-                                       "[--celda B3 | --seleccion A1:C5] [--hoja NOMBRE]");
+                                       "[--celda B3 | --seleccion A1:C5] [--hoja NOMBRE] "
+                                       "[--escribir TEXTO]");
     }
     if (const int estado = comprobar(peticion); estado != kBien) {
         return estado;

@@ -63,15 +63,20 @@ bool leerHoja(std::string_view texto, Peticion& peticion) {
     return !texto.empty();
 }
 
+bool leerEscritura(std::string_view texto, Peticion& peticion) {
+    peticion.escribir = texto;
+    return !texto.empty();
+}
+
 struct Opcion {
     std::string_view nombre;
     bool (*leer)(std::string_view, Peticion&);
 };
 
 constexpr Opcion kOpciones[] = {
-    {"--tamano", leerTamano}, {"--tema", leerTema},       {"--escala", leerEscala},
-    {"--zoom", leerZoom},     {"--celda", leerSeleccion}, {"--seleccion", leerSeleccion},
-    {"--hoja", leerHoja},
+    {"--tamano", leerTamano}, {"--tema", leerTema},          {"--escala", leerEscala},
+    {"--zoom", leerZoom},     {"--celda", leerSeleccion},    {"--seleccion", leerSeleccion},
+    {"--hoja", leerHoja},     {"--escribir", leerEscritura},
 };
 
 } // namespace

@@ -11,8 +11,9 @@ namespace captura {
 struct Peticion {
     std::string libro;
     std::string salida;
-    std::string hoja; ///< vacía: la activa
-    int ancho = 1280; ///< en píxeles sin escalar
+    std::string hoja;     ///< vacía: la activa
+    std::string escribir; ///< lo que se está escribiendo en la celda; vacío: nada
+    int ancho = 1280;     ///< en píxeles sin escalar
     int alto = 720;
     int escala = 1;
     int zoom = 100;

@@ -21,6 +21,9 @@ void prepararVista(interfaz::VentanaPrincipal& ventana, const Peticion& peticion
     ventana.widgetHoja()->setFocus();
     ventana.refrescarTodo();
     ventana.widgetHoja()->asegurarVisible();
+    if (!peticion.escribir.empty()) {
+        ventana.widgetHoja()->comenzarEdicion(QString::fromStdString(peticion.escribir), true);
+    }
 }
 
 } // namespace

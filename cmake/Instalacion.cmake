@@ -19,7 +19,7 @@ endfunction()
 
 set(marnel_programas marnel-consola)
 if(MARNEL_INTERFAZ)
-  list(APPEND marnel_programas marnel)
+  list(APPEND marnel_programas marnel marnel-miniatura)
 endif()
 foreach(programa IN LISTS marnel_programas)
   marnel_comprimir(${marnel_empaquetado}/man/es/${programa}.1
@@ -29,13 +29,16 @@ foreach(programa IN LISTS marnel_programas)
 endforeach()
 
 if(MARNEL_INTERFAZ)
-  install(TARGETS marnel RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(TARGETS marnel marnel-miniatura RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(TARGETS marnel-impresora RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/marnel)
   install(FILES ${marnel_empaquetado}/${marnel_id}.desktop
     DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
   install(FILES ${marnel_empaquetado}/quenda-marnel.xml
     DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
   install(FILES ${marnel_empaquetado}/${marnel_id}.metainfo.xml
     DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+  install(FILES ${marnel_empaquetado}/marnel.thumbnailer
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/thumbnailers)
   set(iconos ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
   foreach(lado 16 32 48 64)
     install(FILES ${PROJECT_SOURCE_DIR}/ui/recursos/icono-${lado}.png
@@ -45,8 +48,21 @@ if(MARNEL_INTERFAZ)
     DESTINATION ${iconos}/256x256/apps RENAME ${marnel_id}.png)
   install(FILES ${PROJECT_SOURCE_DIR}/ui/recursos/icono.svg
     DESTINATION ${iconos}/scalable/apps RENAME ${marnel_id}.svg)
+  foreach(lado 22 24 128 512)
+    install(FILES ${marnel_empaquetado}/iconos/marnel-${lado}.png
+      DESTINATION ${iconos}/${lado}x${lado}/apps RENAME ${marnel_id}.png)
+  endforeach()
+  foreach(lado 16 22 24 32 48 64 128 256)
+    install(FILES ${marnel_empaquetado}/iconos/libro-${lado}.png
+      DESTINATION ${iconos}/${lado}x${lado}/mimetypes RENAME application-x-marnel.png)
+  endforeach()
+  install(FILES ${marnel_empaquetado}/iconos/libro.svg
+    DESTINATION ${iconos}/scalable/mimetypes RENAME application-x-marnel.svg)
 endif()
 
+include(cmake/Manual.cmake)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/ejemplos DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/marnel
+  FILES_MATCHING PATTERN "*.mrn")
 install(FILES ${marnel_empaquetado}/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/marnel)
 marnel_comprimir(${marnel_empaquetado}/changelog ${PROJECT_BINARY_DIR}/changelog.gz
   ${CMAKE_INSTALL_DATADIR}/doc/marnel changelog.gz)
@@ -55,6 +71,7 @@ add_custom_target(marnel_comprimidos ALL DEPENDS ${comprimidos})
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME marnel)
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_VENDOR Velora)
 set(CPACK_PACKAGE_CONTACT "Velora <soporte@velora.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "spreadsheet with Spanish formulas")
@@ -67,6 +84,6 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION math)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "qt6-translations-l10n, fonts-dejavu-core, fonts-symbola")
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-open-sans, qt6-wayland, qt6-gtk-platformtheme")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-open-sans, xdg-utils, qt6-wayland, qt6-gtk-platformtheme")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "fonts-noto-core")
 include(CPack)

@@ -18,6 +18,16 @@ if(MARNEL_SANITIZADORES)
   target_link_options(marnel_opciones INTERFACE ${marnel_sanitizar})
 endif()
 
+# Lo que se entrega se defiende: un desborde de pila o de memoria se nota al momento, la tabla de
+# funciones ajenas no se puede reescribir y el programa se carga cada vez en otra dirección.
+include(CheckPIESupported)
+check_pie_supported()
+if(NOT MARNEL_SANITIZADORES)
+  set(MARNEL_ENDURECER $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2> -fstack-protector-strong
+                       -fstack-clash-protection)
+  set(MARNEL_ENDURECER_ENLACE -Wl,-z,relro -Wl,-z,now)
+endif()
+
 # Los objetivos de fuzzing necesitan saber por qué caminos pasa todo el código que prueban.
 if(MARNEL_FUZZ)
   target_compile_options(marnel_opciones INTERFACE -fsanitize=fuzzer-no-link)
@@ -32,7 +42,7 @@ endif()
 function(marnel_capa nombre)
   cmake_parse_arguments(CAPA "" "" "FUENTES;ENLACES" ${ARGN})
   add_library(${nombre} STATIC ${CAPA_FUENTES})
-  target_compile_options(${nombre} PRIVATE ${MARNEL_AVISOS})
+  target_compile_options(${nombre} PRIVATE ${MARNEL_AVISOS} ${MARNEL_ENDURECER})
   target_link_libraries(${nombre} PUBLIC marnel_opciones ${CAPA_ENLACES})
 endfunction()
 
@@ -40,6 +50,7 @@ endfunction()
 function(marnel_programa nombre)
   cmake_parse_arguments(PROG "" "" "FUENTES;ENLACES" ${ARGN})
   add_executable(${nombre} ${PROG_FUENTES})
-  target_compile_options(${nombre} PRIVATE ${MARNEL_AVISOS})
+  target_compile_options(${nombre} PRIVATE ${MARNEL_AVISOS} ${MARNEL_ENDURECER})
+  target_link_options(${nombre} PRIVATE ${MARNEL_ENDURECER_ENLACE})
   target_link_libraries(${nombre} PRIVATE marnel_opciones ${PROG_ENLACES})
 endfunction()

@@ -5,11 +5,15 @@ _marnel_consola() {
   COMPREPLY=()
   if [ "$COMP_CWORD" -eq 1 ]; then
     mapfile -t COMPREPLY < <(compgen -W \
-      'evaluar mostrar convertir recalcular funciones --ayuda --version' -- "$actual")
+      'evaluar mostrar convertir imprimir recalcular funciones --ayuda --version' -- "$actual")
     return
   fi
   case $anterior in
     --hoja | --rango | --separador | --separador-entrada) return ;;
+    --papel)
+      mapfile -t COMPREPLY < <(compgen -W 'A4 A3 A5 carta' -- "$actual")
+      return
+      ;;
     --libro)
       mapfile -t COMPREPLY < <(compgen -f -X '!*.mrn' -- "$actual")
       return
@@ -27,6 +31,7 @@ _marnel_consola() {
       convertir)
         opciones+=' --hoja --valores --sin-formulas --separador --separador-entrada --formato'
         ;;
+      imprimir) opciones+=' --hoja --todas --rango --papel --horizontal --ajustar --encabezados' ;;
       recalcular | funciones) opciones+=' --json' ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$opciones" -- "$actual")
@@ -34,6 +39,7 @@ _marnel_consola() {
   fi
   case $orden in
     mostrar | recalcular) mapfile -t COMPREPLY < <(compgen -f -X '!*.mrn' -- "$actual") ;;
+    imprimir) mapfile -t COMPREPLY < <(compgen -f -X '!*.@(mrn|pdf|png)' -- "$actual") ;;
     convertir) mapfile -t COMPREPLY < <(compgen -f -X '!*.@(mrn|tsv|csv)' -- "$actual") ;;
     funciones)
       mapfile -t COMPREPLY < <(compgen -W \

@@ -26,6 +26,15 @@ paquetes_pruebas=(
   desktop-file-utils
   appstream
   shared-mime-info
+  man-db
+  python3-markdown
+)
+
+# Además, para hacer el paquete.
+paquetes_paquete=(
+  dpkg-dev
+  file
+  python3-markdown
 )
 
 # Además, para medir la cobertura.

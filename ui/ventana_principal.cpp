@@ -2,6 +2,7 @@
 
 #include "ui/ventana_principal.h"
 
+#include "ui/manual.h"
 #include "ui/pestanas_hojas.h"
 #include "ui/preparar_aplicacion.h"
 #include "ui/widget_hoja.h"
@@ -226,6 +227,8 @@ void VentanaPrincipal::configurarFoco() {
             [this] { pasarFoco(true); });
     connect(new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F6), this), &QShortcut::activated, this,
             [this] { pasarFoco(false); });
+    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+            [this] { abrirManual(this, rutaDelManual(QCoreApplication::applicationDirPath())); });
 }
 
 void VentanaPrincipal::pasarFoco(bool adelante) {

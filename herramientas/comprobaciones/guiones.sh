@@ -1,5 +1,9 @@
 # Los guiones de bash se leen sin errores.
 set -eu
-for guion in ejecutar probar .ci/run herramientas/*.sh herramientas/comprobaciones/*.sh; do
+for guion in ejecutar probar .ci/run herramientas/*.sh herramientas/comprobaciones/*.sh \
+  herramientas/hacer-{ejemplos,iconos,imagenes,paquete} herramientas/probar-paquete; do
   bash -n "$guion"
+done
+for guion in herramientas/hacer-{funciones,manual}; do
+  /usr/bin/python3 -c 'import ast, sys; ast.parse(open(sys.argv[1]).read())' "$guion"
 done

@@ -8,7 +8,7 @@ if [ ! -f "$destino/build.ninja" ]; then
 fi
 ninja -C "$destino" -j1 consumidor
 "$destino/consumidor"
-for objetivo in marnel_model marnel_rendering marnel_ui marnel marnel-consola marnel-captura; do
+for objetivo in marnel_model marnel_rendering marnel_ui marnel marnel-consola marnel-impresora marnel-miniatura marnel-captura; do
   ninja -C "$destino" -t query "$objetivo" >/dev/null
 done
 if ninja -C "$destino" -t targets all | grep 'pruebas_'; then

@@ -43,8 +43,9 @@ TEST(Captura, CadaOpcionCambiaElDibujo) {
     const QImage normal = dibujar("");
     ASSERT_FALSE(normal.isNull());
     EXPECT_EQ(dibujar(""), normal);
-    for (const char* opciones : {"--tema oscuro", "--zoom 150", "--celda C7", "--seleccion B5:D8",
-                                 "--hoja Vencimientos", "--celda A500"}) {
+    for (const char* opciones :
+         {"--tema oscuro", "--zoom 150", "--celda C7", "--seleccion B5:D8", "--hoja Vencimientos",
+          "--celda A500", "--escribir '=SUMA(B5:B7)'"}) {
         EXPECT_NE(dibujar(opciones), normal) << opciones;
     }
 }

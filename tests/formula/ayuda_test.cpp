@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-// La ayuda de las fórmulas se lee tal como está publicada: lo que dice de cada función es lo que
+// El manual se lee tal como está publicado: lo que dice de cada función es lo que
 // dice la tabla del código, y cada ejemplo muestra lo que dice que muestra.
 
 using motor_formulas::Funcion;
@@ -19,10 +19,12 @@ using pruebas::HojaDePrueba;
 namespace {
 
 std::vector<std::string> lineasDeLaAyuda() {
-    std::ifstream archivo(MARNEL_DOCS "/formulas.md");
     std::vector<std::string> lineas;
-    for (std::string linea; std::getline(archivo, linea);)
-        lineas.push_back(linea);
+    for (const char* pagina : {"/manual/formulas.md", "/manual/funciones.md"}) {
+        std::ifstream archivo(std::string(MARNEL_DOCS) + pagina);
+        for (std::string linea; std::getline(archivo, linea);)
+            lineas.push_back(linea);
+    }
     return lineas;
 }
 
@@ -93,7 +95,7 @@ TEST_F(Ayuda, TieneElApartadoDeCadaFuncionComoEnLaTabla) {
     const std::string texto = unidas(lineasDeLaAyuda());
     for (const Funcion& funcion : funciones()) {
         EXPECT_NE(texto.find(apartado(funcion)), std::string::npos)
-            << "docs/formulas.md debe tener:\n"
+            << "pase herramientas/hacer-funciones: docs/manual/funciones.md debe tener:\n"
             << apartado(funcion);
     }
 }
