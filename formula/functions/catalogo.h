@@ -41,7 +41,7 @@ struct Funcion {
     Manejador manejador; ///< nulo en SI y SI.ERROR, que el evaluador resuelve sin evaluar de más
 };
 
-/// Las 46 funciones, en el orden en que se registran; SI y SI.ERROR al final.
+/// Todas las funciones, en el orden en que se registran; SI y SI.ERROR al final.
 std::span<const Funcion> funciones();
 
 /// La función con exactamente ese nombre normalizado, con una sola consulta; nulo si no existe.
