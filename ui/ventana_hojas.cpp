@@ -13,6 +13,7 @@
 #include <QTabBar>
 
 #include <string>
+#include <utility>
 
 namespace interfaz {
 
@@ -21,6 +22,17 @@ namespace {
 /// Desde este largo el rótulo de la pestaña se recorta y el globo de ayuda lo muestra entero.
 constexpr qsizetype kNombreLargo = 20;
 constexpr int kDuracionAviso = 5000; ///< milisegundos
+
+/// Verdadero si alguna fórmula puede nombrar esa hoja, aunque todavía no exista.
+bool algunaFormulaNombra(const nucleo::Libro& libro, const std::string& nombre) {
+    bool alguna = false;
+    for (const auto& hoja : libro.hojas) {
+        std::as_const(*hoja).celdas.recorrerFormulas([&](int, int, const nucleo::Celda& celda) {
+            alguna = alguna || celda.entrada.find(nombre) != std::string::npos;
+        });
+    }
+    return alguna;
+}
 
 } // namespace
 
@@ -88,7 +100,11 @@ void VentanaPrincipal::agregarHoja() {
         return;
     }
     editor_.registrarHistorial();
-    libro_.agregarHoja();
+    const nucleo::Hoja* nueva = libro_.agregarHoja();
+    // Las que ya la nombraban no la encontraban: ahora la leen.
+    if (algunaFormulaNombra(libro_, nueva->nombre)) {
+        motor_.recalcularTodo();
+    }
     libro_.hojaActiva = static_cast<int>(libro_.hojas.size()) - 1;
     editor_.seleccionar(0, 0);
     refrescarTodo();

@@ -94,6 +94,16 @@ class PruebaHojas : public QObject {
         QCOMPARE(p.pestanas()->currentIndex(), 1);
     }
 
+    void laHojaNuevaLlegaAQuienYaLaNombraba() {
+        VentanaDePrueba p;
+        p.escribir(0, 0, "='Hoja 2'!A1+1");
+        QCOMPARE(p.valor(0, 0), QStringLiteral("#¡REF!"));
+        p.ventana().agregarHoja();
+        p.escribir(0, 0, "41");
+        p.pulsarPestana(0);
+        QCOMPARE(p.valor(0, 0), QStringLiteral("42"));
+    }
+
     void dobleClicRenombra() {
         VentanaDePrueba p;
         p.ventana().agregarHoja();
