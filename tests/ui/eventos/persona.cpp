@@ -18,6 +18,8 @@ namespace pruebas {
 
 namespace {
 
+/// Las carpetas de quien usa el programa.
+constexpr std::array<const char*, 3> kCarpetas = {"TMPDIR", "HOME", "XDG_RUNTIME_DIR"};
 constexpr std::size_t kSucesosRecordados = 40;
 /// Lo más grande que se comprueba entero tras cada suceso.
 constexpr std::size_t kCeldasComprobables = 3000;
@@ -60,8 +62,9 @@ PersonaAlAzar::PersonaAlAzar(std::uint64_t semilla, bool narrar)
                                                  carpeta_.path(),
                                                  QStringLiteral("año & <b>.mrn")},
       respondedor_(azar_, archivos_) {
-    for (const char* variable : {"TMPDIR", "HOME", "XDG_RUNTIME_DIR"}) {
-        qputenv(variable, carpeta_.path().toLocal8Bit());
+    for (std::size_t i = 0; i < kCarpetas.size(); ++i) {
+        entornoAnterior_[i] = qgetenv(kCarpetas[i]);
+        qputenv(kCarpetas[i], carpeta_.path().toLocal8Bit());
     }
     QAccessible::setActive(semilla % 2 == 1);
     prepararArchivos();
@@ -71,6 +74,9 @@ PersonaAlAzar::PersonaAlAzar(std::uint64_t semilla, bool narrar)
 PersonaAlAzar::~PersonaAlAzar() {
     ventana_.reset();
     QAccessible::setActive(false);
+    for (std::size_t i = 0; i < kCarpetas.size(); ++i) {
+        qputenv(kCarpetas[i], entornoAnterior_[i]);
+    }
 }
 
 void PersonaAlAzar::prepararArchivos() {

@@ -4,8 +4,10 @@
 #include "tests/ui/eventos/respondedor.h"
 #include "ui/ventana_principal.h"
 
+#include <QByteArray>
 #include <QTemporaryDir>
 
+#include <array>
 #include <deque>
 #include <memory>
 #include <string>
@@ -68,6 +70,7 @@ class PersonaAlAzar {
     void anotar(std::string que);
 
     QTemporaryDir carpeta_;
+    std::array<QByteArray, 3> entornoAnterior_;
     Azar azar_;
     bool narrar_;
     QStringList archivos_;
