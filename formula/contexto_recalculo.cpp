@@ -1,5 +1,7 @@
 #include "formula/contexto_recalculo.h"
 
+#include "formula/operaciones.h"
+
 #include <algorithm>
 #include <bit>
 
@@ -199,6 +201,22 @@ const IndiceExacto* ContextoRecalculo::indice(Columna& columna, TramoFilas filas
     columna.credito = 0;
     columna.indice.construir(columna.valores, nuevas, momento_);
     return &columna.indice;
+}
+
+VistaValor ContextoRecalculo::valor(const Arg& bloque, std::int64_t fila, std::int64_t col) {
+    const int filaHoja = bloque.rango.fila1 + static_cast<int>(fila);
+    Columna& leida = columna(*bloque.hoja, bloque.rango.col1 + static_cast<int>(col));
+    // Una página cuesta lo que sus celdas: se leen cuando ya se han pedido de una en una tantas
+    // como para que salga a cuenta.
+    if (leida.recorridas < bloque.filas) {
+        leida.recorridas += kFilasPagina;
+        return leida.valores.valor(filaHoja);
+    }
+    const PaginaColumna& pagina = leida.valores.pagina(filaHoja / kFilasPagina);
+    const int enPagina = filaHoja % kFilasPagina;
+    return (pagina.conNumero >> enPagina & 1) != 0
+               ? vistaNumero(pagina.numeros[static_cast<std::size_t>(enPagina)])
+               : leida.valores.valor(filaHoja);
 }
 
 std::int64_t ContextoRecalculo::buscarOrdenado(const Arg& bloque, int col,

@@ -72,6 +72,9 @@ class ContextoRecalculo {
     std::int64_t buscarOrdenado(const Arg& bloque, int col, const VistaValor& buscado, Orden orden);
     std::optional<std::int64_t> buscarExacto(const Arg& bloque, int col, const Criterio& criterio);
 
+    /// El valor de una celda de un bloque para el que conviene, por su posición en él.
+    VistaValor valor(const Arg& bloque, std::int64_t fila, std::int64_t col);
+
   private:
     static constexpr int kAltoMinimo = kFilasPagina;
     static constexpr int kAnchoMaximo = 16;

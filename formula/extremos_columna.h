@@ -10,27 +10,47 @@
 
 namespace motor_formulas {
 
-/// Mayor y menor de unos valores. Los que no son iguales a sí mismos no cuentan.
+/// Mayor y menor de unos valores seguidos, y si están en orden. Los que no son iguales a sí mismos
+/// no cuentan, salvo para el orden, que rompen.
 template <typename Valor> struct Extremos {
     bool validos = false;
     bool hay = false;
+    bool crecen = true;   ///< ninguno es menor que el anterior
+    bool decrecen = true; ///< ninguno es mayor que el anterior
     Valor mayor{};
     Valor menor{};
 
+    bool enOrden(Orden orden) const { return orden == Orden::Ascendente ? crecen : decrecen; }
+    /// El que antes rebasaría a otro en ese orden.
+    const Valor& extremo(Orden orden) const { return orden == Orden::Ascendente ? mayor : menor; }
+
     void anadir(const Valor& valor) {
-        if (!(valor == valor))
+        if (!(valor == valor)) {
+            crecen = decrecen = false;
             return;
+        }
+        // Mientras crecen el último es el mayor; mientras decrecen, el menor.
+        crecen = crecen && (!hay || !(valor < mayor));
+        decrecen = decrecen && (!hay || !(valor > menor));
         if (!hay || valor > mayor)
             mayor = valor;
         if (!hay || valor < menor)
             menor = valor;
         hay = true;
     }
+    /// Añade los de un grupo que los sigue. Donde no hay ninguno no se puede partir por la mitad.
     void unir(const Extremos& otros) {
-        if (!otros.hay)
+        if (!otros.hay) {
+            crecen = decrecen = false;
             return;
-        anadir(otros.mayor);
-        anadir(otros.menor);
+        }
+        crecen = crecen && otros.crecen && (!hay || !(otros.menor < mayor));
+        decrecen = decrecen && otros.decrecen && (!hay || !(otros.mayor > menor));
+        if (!hay || otros.mayor > mayor)
+            mayor = otros.mayor;
+        if (!hay || otros.menor < menor)
+            menor = otros.menor;
+        hay = true;
     }
 };
 
@@ -53,19 +73,31 @@ template <typename Valor> class ExtremosColumna {
             return orden == Orden::Ascendente ? valor > buscado : valor < buscado;
         };
         const auto puedeSaltarse = [&](const Extremos<Valor>& extremos) {
-            return !extremos.hay ||
-                   !rebasa(orden == Orden::Ascendente ? extremos.mayor : extremos.menor);
+            return !extremos.hay || !rebasa(extremos.extremo(orden));
         };
         for (int fila = filas.desde; fila <= filas.hasta;) {
-            if (fila % kFilasGrupo == 0 && fila + kFilasGrupo - 1 <= filas.hasta &&
-                puedeSaltarse(deGrupo(fuente, fila / kFilasGrupo))) {
-                fila += kFilasGrupo;
-                continue;
+            if (fila % kFilasGrupo == 0 && fila + kFilasGrupo - 1 <= filas.hasta) {
+                const Extremos<Valor>& grupo = deGrupo(fuente, fila / kFilasGrupo);
+                if (puedeSaltarse(grupo)) {
+                    fila += kFilasGrupo;
+                    continue;
+                }
+                if (grupo.enOrden(orden)) {
+                    const Extremos<Valor>* const paginas = &paginas_[paginaDe(fila)];
+                    fila += kFilasPagina * primeraDe<kPaginasGrupo>([&](int i) {
+                                return rebasa(paginas[i].extremo(orden));
+                            });
+                }
             }
             const int pagina = fila / kFilasPagina;
-            if (!puedeSaltarse(dePagina(fuente, pagina))) {
-                for (std::uint64_t quedan =
-                         fuente.con(pagina) & bitsDePagina({fila, filas.hasta}, pagina);
+            const Extremos<Valor>& extremos = dePagina(fuente, pagina);
+            if (!puedeSaltarse(extremos)) {
+                const std::uint64_t con = fuente.con(pagina);
+                if (fila % kFilasPagina == 0 && con == ~std::uint64_t{0} &&
+                    fila + kFilasPagina - 1 <= filas.hasta && extremos.enOrden(orden))
+                    return fila + primeraDe<kFilasPagina>(
+                                      [&](int i) { return rebasa(fuente.valor(pagina, i)); });
+                for (std::uint64_t quedan = con & bitsDePagina({fila, filas.hasta}, pagina);
                      quedan != 0; quedan &= quedan - 1) {
                     const int cual = std::countr_zero(quedan);
                     if (rebasa(fuente.valor(pagina, cual)))
@@ -81,6 +113,17 @@ template <typename Valor> class ExtremosColumna {
     static constexpr int kPaginasGrupo = 32;
     static constexpr int kFilasGrupo = kFilasPagina * kPaginasGrupo;
     static constexpr std::size_t kPaginas = nucleo::kFilas / kFilasPagina;
+
+    static std::size_t paginaDe(int fila) { return static_cast<std::size_t>(fila / kFilasPagina); }
+
+    /// El primero de tantos (potencia de dos) que cumple lo que cumplen él y cuantos le siguen;
+    /// alguno lo cumple. Parte por la mitad sin saltos que adivinar.
+    template <int kCuantos, typename Cumple> static int primeraDe(Cumple&& cumple) {
+        int primera = 0;
+        for (int mitad = kCuantos / 2; mitad > 0; mitad /= 2)
+            primera += cumple(primera + mitad - 1) ? 0 : mitad;
+        return primera;
+    }
 
     template <typename Fuente> const Extremos<Valor>& dePagina(Fuente& fuente, int pagina) {
         Extremos<Valor>& extremos = paginas_[static_cast<std::size_t>(pagina)];

@@ -2,9 +2,7 @@
 
 #include "formula/coercion.h"
 
-#include <algorithm>
 #include <bit>
-#include <cmath>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -18,19 +16,15 @@ bool esIgualdad(const Criterio& criterio) {
            (!criterio.texto.empty() && criterio.texto.find_first_of("*?") == std::string::npos);
 }
 
-std::uint64_t IndiceExacto::dispersion(const VistaValor& valor) {
-    return std::hash<std::string>{}(cambiarCaso(convertirEnTexto(valor), false));
-}
-
-std::uint64_t IndiceExacto::dispersion(const Criterio& criterio) {
-    return std::hash<std::string>{}(criterio.texto);
+std::uint64_t claveDeTexto(const std::string& minusculas) {
+    return std::hash<std::string>{}(minusculas);
 }
 
 void IndiceExacto::construir(ColumnaRecordada& columna, TramoFilas filas, std::uint64_t momento) {
     filas_ = filas;
     momento_ = momento;
-    numeros_.clear();
-    textos_.clear();
+    numeros_.empezar();
+    textos_.empezar();
     for (int indice = filas.desde / kFilasPagina; indice <= filas.hasta / kFilasPagina; ++indice) {
         const PaginaColumna& pagina = columna.pagina(indice);
         const int primera = indice * kFilasPagina;
@@ -39,19 +33,19 @@ void IndiceExacto::construir(ColumnaRecordada& columna, TramoFilas filas, std::u
             const int fila = std::countr_zero(quedan);
             const double numero = pagina.numeros[static_cast<std::size_t>(fila)];
             if (numero == numero)
-                numeros_.push_back({numero, primera + fila});
+                numeros_.anadir(claveDeNumero(numero), primera + fila);
         }
         // Un criterio de texto nunca es igual a un número: el texto de un número se lee como
         // número.
         for (std::uint64_t quedan = pagina.ocupadas() & ~pagina.conNumero & dentro; quedan != 0;
              quedan &= quedan - 1) {
             const int fila = primera + std::countr_zero(quedan);
-            textos_.push_back({dispersion(columna.valor(fila)), fila});
+            textos_.anadir(claveDeTexto(cambiarCaso(convertirEnTexto(columna.valor(fila)), false)),
+                           fila);
         }
     }
-    if (!std::is_sorted(numeros_.begin(), numeros_.end()))
-        std::sort(numeros_.begin(), numeros_.end());
-    std::sort(textos_.begin(), textos_.end());
+    numeros_.terminar();
+    textos_.terminar();
 }
 
 bool IndiceExacto::sirve(const ColumnaRecordada& columna, TramoFilas filas) const {

@@ -1,21 +1,22 @@
 #pragma once
 
 #include "formula/columna_recordada.h"
+#include "formula/filas_por_clave.h"
 #include "formula/functions/criterio.h"
 #include "formula/tramo_filas.h"
 
-#include <algorithm>
+#include <bit>
 #include <cstdint>
-#include <span>
-#include <vector>
+#include <string>
 
 namespace motor_formulas {
 
 /// Si el criterio es ser igual a un número, o a un texto sin comodines: lo que un índice responde.
 bool esIgualdad(const Criterio& criterio);
 
-/// Dónde está cada valor en un tramo de una columna: parejas de valor y fila, ordenadas. De los
-/// textos, como los compara un criterio, se guarda su dispersión y se comprueban al encontrarlos.
+/// Dónde está cada valor en un tramo de una columna: las filas de cada uno, juntas y de arriba
+/// abajo, y una tabla de dispersión que lleva a ellas. De los textos, como los compara un criterio,
+/// se guarda su dispersión y se comprueban al encontrarlos.
 class IndiceExacto {
   public:
     /// Responde por esas filas tal como están en ese momento.
@@ -33,47 +34,35 @@ class IndiceExacto {
                   Visitante&& visitar) const;
 
   private:
-    template <typename Clave> struct Pareja {
-        Clave clave;
-        int fila;
-
-        bool operator<(const Pareja& otra) const {
-            return clave < otra.clave || (!(otra.clave < clave) && fila < otra.fila);
-        }
-    };
-
-    /// Las parejas de una clave, de arriba abajo; un NaN no es igual a nada.
-    template <typename Clave>
-    static std::span<const Pareja<Clave>> conClave(const std::vector<Pareja<Clave>>& parejas,
-                                                   Clave clave, TramoFilas filas) {
-        if (!(clave == clave))
-            return {};
-        const auto primera =
-            std::lower_bound(parejas.begin(), parejas.end(), Pareja<Clave>{clave, filas.desde});
-        return {primera,
-                std::upper_bound(primera, parejas.end(), Pareja<Clave>{clave, filas.hasta})};
-    }
-    static std::uint64_t dispersion(const VistaValor& valor);
-    static std::uint64_t dispersion(const Criterio& criterio);
-
     TramoFilas filas_{0, -1};
     std::uint64_t momento_ = 0;
-    std::vector<Pareja<double>> numeros_;
-    std::vector<Pareja<std::uint64_t>> textos_;
+    FilasPorClave numeros_;
+    FilasPorClave textos_;
 };
+
+/// Los bits de un número, los mismos para el cero y el menos cero.
+inline std::uint64_t claveDeNumero(double numero) {
+    return std::bit_cast<std::uint64_t>(numero + 0.0);
+}
+
+/// Cómo se dispersa el texto de un criterio.
+std::uint64_t claveDeTexto(const std::string& minusculas);
 
 template <typename Visitante>
 void IndiceExacto::recorrer(const ColumnaRecordada& columna, TramoFilas filas,
                             const Criterio& criterio, Visitante&& visitar) const {
     if (criterio.esNumero) {
-        for (const Pareja<double>& pareja : conClave(numeros_, criterio.numero, filas)) {
-            if (!visitar(pareja.fila))
+        // Un NaN no es igual a nada, tampoco a otro con sus mismos bits.
+        if (!(criterio.numero == criterio.numero))
+            return;
+        for (const int fila : numeros_.filas(claveDeNumero(criterio.numero), filas)) {
+            if (!visitar(fila))
                 return;
         }
         return;
     }
-    for (const Pareja<std::uint64_t>& pareja : conClave(textos_, dispersion(criterio), filas)) {
-        if (criterio.cumple(columna.valor(pareja.fila)) && !visitar(pareja.fila))
+    for (const int fila : textos_.filas(claveDeTexto(criterio.texto), filas)) {
+        if (criterio.cumple(columna.valor(fila)) && !visitar(fila))
             return;
     }
 }

@@ -19,21 +19,21 @@ using nucleo::Valor;
 
 constexpr std::int64_t kNoEncontrado = -1;
 
-/// Si el recálculo sabe buscar en la línea mejor que recorriéndola.
-bool convieneRecordar(const Linea& linea, const Evaluador& evaluador) {
-    return evaluador.contexto != nullptr && linea.vertical() &&
-           evaluador.contexto->conviene(linea.bloque().arg());
+/// El contexto del recálculo, si sabe buscar en la línea mejor que recorriéndola.
+ContextoRecalculo* contextoPara(const Linea& linea, const Evaluador& evaluador) {
+    const bool sabe = evaluador.contexto != nullptr && linea.vertical() &&
+                      evaluador.contexto->conviene(linea.bloque().arg());
+    return sabe ? evaluador.contexto : nullptr;
 }
 
 /// Última celda, de la clase de lo buscado, antes de la primera que lo rebasa en ese orden. Las de
 /// otras clases no cuentan. Un lógico o un vacío no encuentra nada.
 std::int64_t buscarOrdenado(const Linea& linea, const VistaValor& buscado, Orden orden,
-                            const Evaluador& evaluador) {
+                            ContextoRecalculo* contexto) {
     if (buscado.tipo != TipoValor::Numero && buscado.tipo != TipoValor::Texto)
         return kNoEncontrado;
-    if (convieneRecordar(linea, evaluador))
-        return evaluador.contexto->buscarOrdenado(linea.bloque().arg(), linea.cual(), buscado,
-                                                  orden);
+    if (contexto != nullptr)
+        return contexto->buscarOrdenado(linea.bloque().arg(), linea.cual(), buscado, orden);
     const std::string minusculas = cambiarCaso(buscado.texto, false);
     const auto rebasa = [&](const VistaValor& celda) {
         const std::partial_ordering comparada =
@@ -57,11 +57,11 @@ std::int64_t buscarOrdenado(const Linea& linea, const VistaValor& buscado, Orden
 /// Primera celda que cumple el criterio que forma lo buscado. Si una vacía lo cumple, también vale
 /// el primer hueco entre las celdas que existen.
 std::int64_t buscarExacto(const Linea& linea, const VistaValor& buscado,
-                          const Evaluador& evaluador) {
+                          ContextoRecalculo* contexto) {
     const Criterio criterio = Criterio::desdeValor(aValor(buscado));
-    if (convieneRecordar(linea, evaluador)) {
+    if (contexto != nullptr) {
         const std::optional<std::int64_t> encontrada =
-            evaluador.contexto->buscarExacto(linea.bloque().arg(), linea.cual(), criterio);
+            contexto->buscarExacto(linea.bloque().arg(), linea.cual(), criterio);
         if (encontrada)
             return *encontrada;
     }
@@ -108,11 +108,14 @@ Valor buscarEnTabla(const std::vector<Arg>& args, Sentido sentido, const Evaluad
     if (lector.fallo())
         return lector.error();
     const Linea claves = vertical ? Linea::columna(tabla, 0) : Linea::fila(tabla, 0);
+    ContextoRecalculo* const contexto = contextoPara(claves, evaluador);
     const std::int64_t encontrada =
-        ordenada ? buscarOrdenado(claves, buscado, Orden::Ascendente, evaluador)
-                 : buscarExacto(claves, buscado, evaluador);
+        ordenada ? buscarOrdenado(claves, buscado, Orden::Ascendente, contexto)
+                 : buscarExacto(claves, buscado, contexto);
     if (encontrada == kNoEncontrado)
         return Valor::deError(ErrorCelda::ValorInvalido);
+    if (contexto != nullptr)
+        return aValor(contexto->valor(tabla.arg(), encontrada, cual));
     return aValor(vertical ? tabla.en(encontrada, cual) : tabla.en(cual, encontrada));
 }
 
@@ -152,13 +155,14 @@ Valor coincidir(std::vector<Arg>& args, Evaluador& evaluador) {
     if (lector.fallo())
         return lector.error();
     const Linea linea = rango.columnas() == 1 ? Linea::columna(rango, 0) : Linea::fila(rango, 0);
+    ContextoRecalculo* const contexto = contextoPara(linea, evaluador);
     std::int64_t encontrada = kNoEncontrado;
     if (tipo > 0)
-        encontrada = buscarOrdenado(linea, buscado, Orden::Ascendente, evaluador);
+        encontrada = buscarOrdenado(linea, buscado, Orden::Ascendente, contexto);
     else if (tipo < 0)
-        encontrada = buscarOrdenado(linea, buscado, Orden::Descendente, evaluador);
+        encontrada = buscarOrdenado(linea, buscado, Orden::Descendente, contexto);
     else if (tipo == 0)
-        encontrada = buscarExacto(linea, buscado, evaluador);
+        encontrada = buscarExacto(linea, buscado, contexto);
     if (encontrada == kNoEncontrado)
         return Valor::deError(ErrorCelda::ValorInvalido);
     return Valor::deNumero(static_cast<double>(encontrada + 1));
