@@ -37,6 +37,11 @@ paquetes_paquete=(
   python3-markdown
 )
 
+# Además, para pasar las pruebas con valgrind.
+paquetes_valgrind=(
+  valgrind
+)
+
 # Además, para medir la cobertura.
 paquetes_cobertura=(
   gcovr

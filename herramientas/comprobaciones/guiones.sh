@@ -1,7 +1,8 @@
 # Los guiones de bash se leen sin errores.
 set -eu
 for guion in ejecutar probar .ci/run herramientas/*.sh herramientas/comprobaciones/*.sh \
-  herramientas/hacer-{ejemplos,iconos,imagenes,paquete} herramientas/probar-paquete; do
+  herramientas/hacer-{ejemplos,iconos,imagenes,paquete} \
+  herramientas/{pasar-valgrind,probar-paquete}; do
   bash -n "$guion"
 done
 for guion in herramientas/hacer-{funciones,manual}; do
