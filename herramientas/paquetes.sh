@@ -46,3 +46,9 @@ paquetes_valgrind=(
 paquetes_cobertura=(
   gcovr
 )
+
+# Además, para los objetivos de libFuzzer.
+paquetes_fuzz=(
+  clang-14
+  libclang-rt-14-dev
+)

@@ -109,7 +109,7 @@ void IndiceRangos::apuntarEnColumna(Id id, Plano& plano, std::uint32_t nodoColum
 }
 
 void IndiceRangos::apuntarEnNodo(Id id, std::uint32_t raiz, std::uint32_t nodoFila) {
-    const int altura = std::bit_width(nodoFila) - 1;
+    const int altura = static_cast<int>(std::bit_width(nodoFila)) - 1;
     const int paginasEncima = (altura - 1) / kAlturaPagina;
     std::uint32_t pagina = raiz;
     for (int p = 1; p <= paginasEncima; ++p) {
