@@ -1,6 +1,7 @@
 #pragma once
 
 #include "console/dialecto.h"
+#include "model/limites.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -28,7 +29,7 @@ class LectorCampos {
     enum class Lectura { Campo, Fin, Error };
 
     /// El texto de una celda más largo no podría volver a leerse de un libro.
-    static constexpr std::size_t kMaximoCampo = 0x1000000;
+    static constexpr std::size_t kMaximoCampo = nucleo::kMaximoTexto;
     static constexpr std::size_t kBloque = 65536;
 
     explicit LectorCampos(std::istream& origen, std::size_t bloque = kBloque);

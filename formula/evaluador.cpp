@@ -15,6 +15,15 @@ namespace motor_formulas {
 using nucleo::ErrorCelda;
 using nucleo::Valor;
 
+namespace {
+
+Valor unirTextos(const std::string& primero, const std::string& segundo, std::size_t maximo) {
+    return primero.size() + segundo.size() <= maximo ? Valor::deTexto(primero + segundo)
+                                                     : Valor::deError(ErrorCelda::ValorInvalido);
+}
+
+} // namespace
+
 Valor Evaluador::evaluar(const NodoExpr& nodo) {
     Codigo codigo;
     aplanar(nodo, &libro, hoja, codigo);
@@ -101,7 +110,7 @@ Valor Evaluador::operarBinario(const std::string& op, const Valor& izquierdo,
     const bool hayError =
         izquierdo.tipo == nucleo::TipoValor::Error || derecho.tipo == nucleo::TipoValor::Error;
     if (operacion == Operacion::Concatenar && !hayError)
-        return Valor::deTexto(aTexto(izquierdo) + aTexto(derecho));
+        return unirTextos(aTexto(izquierdo), aTexto(derecho), textoMaximo);
     // Se parte de un valor limpio: los operandos pueden traer restos en los campos que no usan.
     const VistaValor valor = operarSinTexto(operacion, vistaDe(izquierdo), vistaDe(derecho));
     switch (valor.tipo) {

@@ -3,8 +3,10 @@
 #include "formula/arg.h"
 #include "formula/nodo_expr.h"
 #include "model/libro.h"
+#include "model/limites.h"
 #include "model/valor.h"
 
+#include <cstddef>
 #include <string>
 
 namespace motor_formulas {
@@ -20,6 +22,8 @@ class Evaluador {
     /// Lo aprendido en el recálculo en curso (índices de búsqueda, totales parciales); nulo fuera
     /// de él.
     ContextoRecalculo* contexto = nullptr;
+    /// Bytes del texto más largo que puede hacer una función: uno mayor da "#¡VALOR!".
+    std::size_t textoMaximo = nucleo::kMaximoTexto;
 
     Evaluador(const nucleo::Libro& libroLeido, int hojaFormula)
         : libro(libroLeido), hoja(hojaFormula) {}

@@ -165,21 +165,29 @@ void Maquina::concatenar(Elemento& izquierdo, Elemento& derecho) {
         return operarBinaria(Operacion::Concatenar, izquierdo, derecho);
     const bool derechoPropio = derecho.clase == Clase::Texto && derecho.propio;
     const bool izquierdoPropio = izquierdo.clase == Clase::Texto && izquierdo.propio;
-    // Un texto calculado crece en su sitio: una cadena de "&" cuesta lo que mide su resultado.
+    std::string cabeza;
     std::string cola;
     if (derechoPropio) {
         cola = std::move(propios_.back());
         propios_.pop_back();
         derecho.ponerTexto(cola, false);
+    } else if (derecho.clase != Clase::Texto) {
+        cola = convertirEnTexto(derecho.vista());
+        derecho.ponerTexto(cola, false);
     }
+    if (izquierdo.clase != Clase::Texto) {
+        cabeza = convertirEnTexto(izquierdo.vista());
+        izquierdo.ponerTexto(cabeza, false);
+    }
+    const std::size_t largo = izquierdo.largo + derecho.largo;
+    if (!cupo_.gastar(largo, izquierdoPropio ? derecho.largo : largo)) {
+        soltar(izquierdo);
+        return izquierdo.ponerError(ErrorCelda::ValorInvalido);
+    }
+    // Un texto calculado crece en su sitio: una cadena de "&" cuesta lo que mide su resultado.
     if (!izquierdoPropio)
-        propios_.push_back(convertirEnTexto(izquierdo.vista()));
-    std::string& texto = propios_.back();
-    if (derecho.clase == Clase::Texto)
-        texto.append(derecho.inicio, derecho.largo);
-    else
-        texto += convertirEnTexto(derecho.vista());
-    izquierdo.ponerTexto(texto, true);
+        propios_.emplace_back(izquierdo.inicio, izquierdo.largo);
+    izquierdo.ponerTexto(propios_.back().append(derecho.inicio, derecho.largo), true);
 }
 
 std::size_t Maquina::contarPropios(const Elemento* primero, const Elemento* fin) const {
@@ -188,6 +196,13 @@ std::size_t Maquina::contarPropios(const Elemento* primero, const Elemento* fin)
     return static_cast<std::size_t>(std::count_if(primero, fin, [](const Elemento& elemento) {
         return elemento.clase == Elemento::Clase::Texto && elemento.propio;
     }));
+}
+
+std::size_t Maquina::bytesDeTexto(const Elemento* primero, const Elemento* fin) {
+    std::size_t bytes = 0;
+    for (; primero != fin; ++primero)
+        bytes += primero->clase == Elemento::Clase::Texto ? primero->largo : 0;
+    return bytes;
 }
 
 std::vector<Arg>& Maquina::prepararArgumentos(Elemento* primero, std::size_t cuantos,
@@ -217,12 +232,21 @@ std::vector<Arg>& Maquina::prepararArgumentos(Elemento* primero, std::size_t cua
 
 void Maquina::llamar(const Instruccion& llamada, Elemento* primero, const Codigo& codigo,
                      Evaluador& evaluador) {
+    if (bytesDeTexto(primero, primero + llamada.indice) > nucleo::kMaximoTexto) {
+        // Nombrar mil veces una celda no debe copiar mil veces su texto.
+        for (std::uint32_t i = llamada.indice; i > 0; --i)
+            soltar(primero[i - 1]);
+        return primero->ponerError(ErrorCelda::ValorInvalido);
+    }
     std::vector<Arg>& args = prepararArgumentos(primero, llamada.indice, codigo, evaluador.libro);
+    evaluador.textoMaximo = cupo_.maximo();
     nucleo::Valor valor = ejecutarFuncion(*llamada.funcion, args, evaluador);
-    if (valor.tipo == TipoValor::Texto)
+    if (valor.tipo != TipoValor::Texto)
+        primero->ponerVista(vistaDe(valor));
+    else if (cupo_.gastar(valor.texto.size(), valor.texto.size()))
         ponerTextoPropio(*primero, std::move(valor.texto));
     else
-        primero->ponerVista(vistaDe(valor));
+        primero->ponerError(ErrorCelda::ValorInvalido);
 }
 
 nucleo::Valor Maquina::resultado(const Elemento& elemento) {
@@ -230,6 +254,8 @@ nucleo::Valor Maquina::resultado(const Elemento& elemento) {
         return nucleo::Valor::deTexto(std::move(propios_.back()));
     if (elemento.clase == Elemento::Clase::Numero)
         return nucleo::Valor::deNumero(elemento.numero);
+    if (elemento.clase == Elemento::Clase::Texto && !cupo_.gastar(elemento.largo, elemento.largo))
+        return nucleo::Valor::deError(ErrorCelda::ValorInvalido);
     return aValor(elemento.vista());
 }
 

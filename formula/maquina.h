@@ -2,6 +2,7 @@
 
 #include "formula/arg.h"
 #include "formula/codigo.h"
+#include "formula/cupo_texto.h"
 #include "formula/evaluador.h"
 #include "formula/vista_valor.h"
 #include "model/valor.h"
@@ -24,6 +25,8 @@ class Maquina {
     /// celda y no gasta pila por el anidamiento. No puede llamarse otra vez desde una función que
     /// esta misma máquina esté calculando.
     nucleo::Valor ejecutar(const Codigo& codigo, Evaluador& evaluador);
+    /// Empieza otro recálculo: las fórmulas vuelven a poder hacer todo el texto que se admite.
+    void reponerCupo() { cupo_.reponer(); }
 
   private:
     /// Valor en la pila. Un texto está en el libro, en el código o, si es propio, en `propios_`;
@@ -61,11 +64,13 @@ class Maquina {
     void ponerTextoPropio(Elemento& elemento, std::string texto);
     void soltar(const Elemento& elemento);
     std::size_t contarPropios(const Elemento* primero, const Elemento* fin) const;
+    static std::size_t bytesDeTexto(const Elemento* primero, const Elemento* fin);
     nucleo::Valor resultado(const Elemento& elemento);
 
     std::vector<Elemento> pila_;
     /// Los textos calculados que están en la pila, en su mismo orden.
     std::deque<std::string> propios_;
+    CupoTexto cupo_;
     /// Argumentos de la llamada en curso: por su número, para que reutilizarlos no cambie el tamaño
     /// de ningún vector; el último sirve a todas las llamadas largas.
     std::array<std::vector<Arg>, 8> argumentos_;

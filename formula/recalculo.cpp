@@ -63,6 +63,7 @@ void Recalculo::empezar(Modo modo) {
     modo_ = modo;
     leida_ = 0;
     formulas_.clear();
+    maquina_.reponerCupo();
 }
 
 void Recalculo::todo() {
@@ -288,6 +289,7 @@ nucleo::Valor Recalculo::evaluar(int hoja, const std::string& texto) {
     if (!compilar(textoDeFormula(texto), &libro_, hoja, codigo_))
         return Valor::deError(ErrorCelda::ValorInvalido);
     Evaluador evaluador(libro_, hoja);
+    maquina_.reponerCupo();
     return maquina_.ejecutar(codigo_, evaluador);
 }
 

@@ -3,6 +3,7 @@
 #include "model/escritor_bytes.h"
 #include "model/hoja.h"
 #include "model/lector_bytes.h"
+#include "model/limites.h"
 #include "model/libro.h"
 
 #include <cstdint>
@@ -18,7 +19,6 @@ inline constexpr std::string_view kMagia = "MRNL";
 inline constexpr std::uint32_t kVersion = 1;
 
 inline constexpr std::uint32_t kMaximoHojas = 1024;
-inline constexpr std::uint32_t kMaximoTexto = 16777216; ///< bytes de un nombre o una entrada
 inline constexpr std::uint32_t kMaximoTamanos = 1000000;
 inline constexpr std::uint32_t kMaximoFusiones = 1000000;
 inline constexpr std::uint32_t kMaximoCeldas = 50000000;

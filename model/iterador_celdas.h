@@ -24,6 +24,7 @@ template <typename Almacen> class IteradorCeldas {
         const std::uint64_t first;
         CeldaVista& second;
 
+        Par(std::uint64_t clave, CeldaVista& celda) : first(clave), second(celda) {}
         /// Se copia a los pares de los mapas.
         operator std::pair<const std::uint64_t, Celda>() const { return {first, second}; }
     };

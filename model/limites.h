@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 /// Cotas fijas de la cuadrícula y de los tamaños que el usuario puede dar. Ningún otro archivo las
@@ -19,6 +20,9 @@ inline constexpr int kAltoMinimo = 14;
 inline constexpr int kAltoMaximo = 400;
 
 inline constexpr int kDecimalesMaximos = 10;
+
+/// Bytes del texto más largo: el de una entrada, el nombre de una hoja o el que hace una fórmula.
+inline constexpr std::size_t kMaximoTexto = 16777216;
 
 /// Celdas que una fórmula puede registrar como precedentes; un rango que las supere no se registra.
 inline constexpr std::int64_t kMaximoPrecedentes = 100000;

@@ -15,9 +15,9 @@ using nucleo::ErrorCelda;
 using nucleo::TipoValor;
 using nucleo::Valor;
 
-Valor concatenar(std::vector<Arg>& args, Evaluador&) {
+Valor concatenar(std::vector<Arg>& args, Evaluador& evaluador) {
     std::string unido;
-    ErrorCelda error{};
+    ErrorCelda error = ErrorCelda::ValorInvalido; // el de un texto demasiado largo
     const auto anadir = [&](std::int64_t, const VistaValor& valor) {
         if (valor.tipo == TipoValor::Error) {
             error = valor.error;
@@ -27,7 +27,7 @@ Valor concatenar(std::vector<Arg>& args, Evaluador&) {
             unido += valor.texto;
         else
             unido += convertirEnTexto(valor);
-        return true;
+        return unido.size() <= evaluador.textoMaximo;
     };
     for (const Arg& arg : args) {
         if (!(arg.esRango ? recorrerCeldas(arg, anadir) : anadir(0, vistaDe(arg.valor))))
