@@ -3,6 +3,7 @@
 
 #include "model/serializador.h"
 #include "tests/comun/carpeta_temporal.h"
+#include "tests/comun/plano_archivo.h"
 #include "tests/model/bytes_de_archivo.h"
 #include "tests/model/fallos.h"
 #include "tests/model/libros_ejemplo.h"
@@ -11,7 +12,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstring>
 #include <filesystem>
 #include <random>
 #include <string>
@@ -20,77 +20,14 @@
 namespace {
 
 using namespace nucleo;
+using prueba::Campo;
 using prueba::escribirBytes;
 using prueba::estaReiniciado;
 using prueba::igualContenido;
 using prueba::leerBytes;
+using prueba::Plano;
 
 constexpr std::ptrdiff_t kMegabyte = 1024 * 1024;
-
-struct Campo {
-    std::size_t donde;
-    std::size_t bytes;
-    std::uint32_t maximo; ///< el de una cuenta o un largo; 0 en los demás
-    const char* que;
-};
-
-/// Recorre los bytes de un libro y apunta dónde está cada campo.
-class Plano {
-  public:
-    explicit Plano(const std::string& bytes) : bytes_(bytes) {
-        campo(4, 0, "magia");
-        campo(4, 0, "versión");
-        const std::uint32_t hojas = campo(4, 1024, "hojas");
-        campo(4, 0, "activa");
-        for (std::uint32_t i = 0; i < hojas; ++i)
-            hoja();
-    }
-
-    std::vector<Campo> campos;
-
-  private:
-    std::uint32_t campo(std::size_t largo, std::uint32_t maximo, const char* que) {
-        campos.push_back({donde_, largo, maximo, que});
-        std::uint32_t valor = 0;
-        if (largo == 4)
-            std::memcpy(&valor, bytes_.data() + donde_, 4);
-        donde_ += largo;
-        return valor;
-    }
-    void texto(const char* que) { donde_ += campo(4, 16777216, que); }
-    void hoja() {
-        texto("nombre");
-        campo(4, 0, "filas inmovilizadas");
-        campo(4, 0, "columnas inmovilizadas");
-        for (const char* que : {"anchos", "altos"}) {
-            for (std::uint32_t n = campo(4, 1000000, que); n > 0; --n) {
-                campo(4, 0, "clave de tamaño");
-                campo(4, 0, "tamaño");
-            }
-        }
-        for (std::uint32_t n = campo(4, 1000000, "fusiones"); n > 0; --n) {
-            for (int i = 0; i < 4; ++i)
-                campo(4, 0, "esquina de fusión");
-        }
-        for (std::uint32_t n = campo(4, 50000000, "celdas"); n > 0; --n)
-            celda();
-    }
-    void celda() {
-        campo(4, 0, "columna");
-        campo(4, 0, "fila");
-        campo(1, 0, "tipo");
-        texto("entrada");
-        campo(8, 0, "número");
-        for (int i = 0; i < 4; ++i)
-            campo(1, 0, "formato");
-        campo(4, 0, "color de texto");
-        campo(4, 0, "color de fondo");
-        campo(1, 0, "alineación");
-    }
-
-    const std::string& bytes_;
-    std::size_t donde_ = 0;
-};
 
 class Hostil : public ::testing::Test {
   protected:
@@ -151,13 +88,9 @@ TEST_F(Hostil, CadaCampoConCadaValorExtremo) {
     const std::string bueno = leerBytes(ruta_);
     int probados = 0;
     for (const Campo& campo : Plano(bueno).campos) {
-        for (const std::uint64_t valor :
-             {std::uint64_t{0}, std::uint64_t{1}, std::uint64_t{campo.maximo},
-              std::uint64_t{campo.maximo} + 1, std::uint64_t{0x7fffffff}, std::uint64_t{0x80000000},
-              ~std::uint64_t{0}}) {
-            std::string malo = bueno;
-            std::memcpy(malo.data() + campo.donde, &valor, campo.bytes);
-            probar(malo, std::string(campo.que) + " = " + std::to_string(valor), kMegabyte);
+        for (const std::uint64_t valor : prueba::valoresExtremos(campo)) {
+            probar(prueba::conValor(bueno, campo, valor),
+                   std::string(campo.que) + " = " + std::to_string(valor), kMegabyte);
             ASSERT_FALSE(HasFailure());
             ++probados;
         }
