@@ -14,15 +14,17 @@ std::vector<nucleo::Hoja> hojasPobladas() {
         {"inf", "nan", "", "=1/0", "=SI(A1>0;\"sí\";\"no\")"},
         {"=E5", "=A4", "x*y?", "=VERDADERO", "=D4"},
     };
+    constexpr int kFilas[] = {4, 1};
     nucleo::Libro libro;
     motor_formulas::Motor motor(libro);
     libro.agregarHoja();
     std::vector<nucleo::Hoja> hojas;
     for (int hoja = 0; hoja < 2; ++hoja) {
-        for (int fila = 0; fila < 4; ++fila) {
+        for (int fila = 0; fila < kFilas[hoja]; ++fila) {
             for (int col = 0; col < 5; ++col)
                 motor.establecerCelda(hoja, fila, col, filas[fila][col]);
         }
+        motor.establecerCelda(hoja, 0, 5, "='Hoja 2'!B1+'Hoja 1'!A2");
         hojas.push_back(*libro.hojas[static_cast<std::size_t>(hoja)]);
     }
     return hojas;

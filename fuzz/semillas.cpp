@@ -130,14 +130,30 @@ void sembrarOperaciones(Corpus& corpus) {
                       std::string("\x09\0\1\0\2\x13\x14", 7));
 }
 
+/// Una palabra del diccionario, que solo admite ASCII: lo demás va en hexadecimal.
+std::string entreComillas(std::string_view palabra) {
+    std::string linea = "\"";
+    for (const char letra : palabra) {
+        const auto byte = static_cast<unsigned char>(letra);
+        if (byte >= 0x20 && byte < 0x7f && letra != '"' && letra != '\\') {
+            linea += letra;
+            continue;
+        }
+        char hexadecimal[5];
+        std::snprintf(hexadecimal, sizeof hexadecimal, "\\x%02X", static_cast<unsigned>(byte));
+        linea += hexadecimal;
+    }
+    return linea + "\"\n";
+}
+
 bool escribirDiccionario(const fs::path& ruta) {
     std::ofstream diccionario(ruta);
     for (const motor_formulas::Funcion& funcion : motor_formulas::funciones())
-        diccionario << '"' << funcion.nombre << "(\"\n";
+        diccionario << entreComillas(std::string(funcion.nombre) + "(");
     for (const char* palabra :
          {"A1", "$B$2", "A1:B4", "ZZ65536", "Hoja2!", "'Hoja 2'!", "VERDADERO", "FALSO", "<>",
-          ">=", "<=", "1e308", "0,5", "%", "&", "\\\"\\\"", ";", "MRNL"})
-        diccionario << '"' << palabra << "\"\n";
+          ">=", "<=", "1e308", "0,5", "%", "&", "\"\"", ";", "MRNL", "\xc3\xb1"})
+        diccionario << entreComillas(palabra);
     return diccionario.flush().good();
 }
 

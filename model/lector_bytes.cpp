@@ -8,7 +8,7 @@ namespace nucleo {
 namespace {
 
 /// Cabe en la memoria caché de segundo nivel.
-constexpr std::size_t kBloque = std::size_t{256} * 1024;
+constexpr std::size_t kBloque = std::size_t{128} * 1024;
 
 } // namespace
 
