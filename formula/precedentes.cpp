@@ -36,8 +36,10 @@ std::vector<unsigned long long> clavesDe(std::span<const nucleo::BloqueDeHoja> b
                 claves.push_back(nucleo::claveCelda(bloque.hoja, fila, col));
         }
     }
-    std::sort(claves.begin(), claves.end());
-    claves.erase(std::unique(claves.begin(), claves.end()), claves.end());
+    if (bloques.size() > 1) { // las de uno solo ya salen en orden
+        std::sort(claves.begin(), claves.end());
+        claves.erase(std::unique(claves.begin(), claves.end()), claves.end());
+    }
     return claves;
 }
 

@@ -4,6 +4,7 @@
 #include "model/autosave.h"
 #include "model/serializador.h"
 #include "tests/comun/carpeta_temporal.h"
+#include "tests/comun/memoria.h"
 #include "tests/model/bytes_de_archivo.h"
 #include "tests/model/fallos.h"
 #include "tests/model/libros_ejemplo.h"
@@ -12,7 +13,6 @@
 
 #include <csignal>
 #include <filesystem>
-#include <random>
 #include <string>
 #include <string_view>
 #include <sys/resource.h>
@@ -28,6 +28,7 @@ using prueba::FaltaDeMemoria;
 using prueba::igualContenido;
 using prueba::leerBytes;
 using prueba::libroCompleto;
+using prueba::libroDeReferencia;
 
 /// Más grande que los bloques en que se lee un archivo.
 Libro libroGrande() {
@@ -143,32 +144,8 @@ class DiscoLleno {
     void (*anteriorSenal_)(int) = nullptr;
 };
 
-/// Libros de formas distintas, de los que caben en un bloque a los que no.
-Libro libroDeReferencia(int n) {
-    if (n == 0)
-        return {};
-    if (n == 1)
-        return libroCompleto();
-    Libro libro;
-    std::mt19937 azar(static_cast<std::uint32_t>(n));
-    for (int hojas = n % 3; hojas > 0; --hojas)
-        libro.agregarHoja();
-    for (auto& hoja : libro.hojas) {
-        for (int i = 0; i < n / 2; ++i) {
-            Celda& celda =
-                hoja->celdaMut(static_cast<int>(azar() % 300), static_cast<int>(azar() % 20));
-            celda.tipo = static_cast<TipoCelda>(azar() % 4);
-            celda.entrada = std::string(azar() % 30, 'a');
-            celda.numero = static_cast<double>(azar());
-            hoja->anchos[static_cast<int>(azar() % 20)] = n;
-        }
-        hoja->fusionar(n, n, n + 1, n + 2);
-    }
-    return libro;
-}
-
 TEST_F(Fallos, ElDiscoSeLlenaEnCadaByte) {
-    for (int n = 0; n < 16; ++n) {
+    for (int n = 0; n < prueba::kLibrosDeReferencia; ++n) {
         const Libro libro = libroDeReferencia(n);
         ASSERT_EQ(Serializador::guardar(libro, ruta_), kArchivoBien);
         const std::string completo = leerBytes(ruta_);

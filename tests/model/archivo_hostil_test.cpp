@@ -3,6 +3,7 @@
 
 #include "model/serializador.h"
 #include "tests/comun/carpeta_temporal.h"
+#include "tests/comun/memoria.h"
 #include "tests/comun/plano_archivo.h"
 #include "tests/model/bytes_de_archivo.h"
 #include "tests/model/fallos.h"

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstddef>
-
 namespace prueba {
 
 /// Mientras vive, la llamada número `n` (desde 1) a las funciones del sistema con las que se leen
@@ -26,32 +24,6 @@ class SinEsperarAlDisco {
     ~SinEsperarAlDisco();
     SinEsperarAlDisco(const SinEsperarAlDisco&) = delete;
     SinEsperarAlDisco& operator=(const SinEsperarAlDisco&) = delete;
-};
-
-/// Mientras vive falta memoria a partir de la petición número `n` (desde 1): solo en esa, o en
-/// todas las siguientes.
-class FaltaDeMemoria {
-  public:
-    enum class Cual { SoloUna, DesdeEntonces };
-
-    FaltaDeMemoria(int n, Cual cual);
-    ~FaltaDeMemoria();
-    FaltaDeMemoria(const FaltaDeMemoria&) = delete;
-    FaltaDeMemoria& operator=(const FaltaDeMemoria&) = delete;
-
-    bool ocurrio() const;
-};
-
-/// Cuenta la memoria que se pide mientras vive.
-class MemoriaPedida {
-  public:
-    MemoriaPedida();
-    ~MemoriaPedida();
-    MemoriaPedida(const MemoriaPedida&) = delete;
-    MemoriaPedida& operator=(const MemoriaPedida&) = delete;
-
-    /// Lo más que ha habido a la vez, en bytes.
-    std::ptrdiff_t pico() const;
 };
 
 } // namespace prueba

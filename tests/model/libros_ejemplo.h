@@ -3,6 +3,7 @@
 #include "model/libro.h"
 
 #include <memory>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -45,6 +46,32 @@ inline nucleo::Libro libroCompleto() {
             std::string(static_cast<std::size_t>(9 * i), 'x');
     libro.hojaActiva = 1;
     libro.modificado = true;
+    return libro;
+}
+
+inline constexpr int kLibrosDeReferencia = 16;
+/// Libros de formas distintas, de los que caben en un bloque a los que no.
+inline nucleo::Libro libroDeReferencia(int n) {
+    using namespace nucleo;
+    if (n == 0)
+        return {};
+    if (n == 1)
+        return libroCompleto();
+    Libro libro;
+    std::mt19937 azar(static_cast<std::uint32_t>(n));
+    for (int hojas = n % 3; hojas > 0; --hojas)
+        libro.agregarHoja();
+    for (auto& hoja : libro.hojas) {
+        for (int i = 0; i < n / 2; ++i) {
+            Celda& celda =
+                hoja->celdaMut(static_cast<int>(azar() % 300), static_cast<int>(azar() % 20));
+            celda.tipo = static_cast<TipoCelda>(azar() % 4);
+            celda.entrada = std::string(azar() % 30, 'a');
+            celda.numero = static_cast<double>(azar());
+            hoja->anchos[static_cast<int>(azar() % 20)] = n;
+        }
+        hoja->fusionar(n, n, n + 1, n + 2);
+    }
     return libro;
 }
 
