@@ -1,6 +1,6 @@
 # Los guiones de bash se leen sin errores.
 set -eu
-for guion in ejecutar probar .ci/run herramientas/*.sh herramientas/comprobaciones/*.sh \
+for guion in ejecutar probar .ci/run fuzz/correr herramientas/*.sh herramientas/comprobaciones/*.sh \
   herramientas/hacer-{ejemplos,iconos,imagenes,paquete} \
   herramientas/{pasar-valgrind,probar-paquete}; do
   bash -n "$guion"
