@@ -6,6 +6,7 @@
 #include "model/fechas.h"
 #include "model/numeros.h"
 
+#include <new>
 #include <string_view>
 #include <utility>
 
@@ -121,6 +122,17 @@ void Motor::recalcularCascada(unsigned long long clave) {
 void Motor::recalcularTodo() {
     recalculo_->todo();
     pendientes_.clear();
+}
+
+bool Motor::recalcularCargado() {
+    try {
+        recalcularTodo();
+        return true;
+    } catch (const std::bad_alloc&) {
+        libro_.reiniciar();
+        recalcularTodo();
+        return false;
+    }
 }
 
 nucleo::Valor Motor::evaluarFormula(int hoja, const std::string& texto) {

@@ -49,6 +49,9 @@ class Motor {
     void recalcularCascada(unsigned long long clave);
     /// Rehace el grafo y recalcula cada fórmula una vez, en orden de dependencias.
     void recalcularTodo();
+    /// Recalcula un libro recién cargado. Si falta memoria da falso y lo deja reiniciado, como el
+    /// que no se puede leer.
+    bool recalcularCargado();
 
     /// Desplaza las referencias relativas, como al copiar la fórmula a otra celda.
     std::string ajustarReferencias(const std::string& texto, int dFilas, int dColumnas) const;

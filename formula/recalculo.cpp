@@ -4,6 +4,7 @@
 #include "formula/evaluador.h"
 #include "model/celda.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -60,6 +61,9 @@ void Recalculo::adelantar(std::size_t indice) const {
 }
 
 void Recalculo::empezar(Modo modo) {
+    if (enMarcha_)
+        olvidarInterrumpido();
+    enMarcha_ = true;
     modo_ = modo;
     leida_ = 0;
     formulas_.clear();
@@ -273,6 +277,18 @@ void Recalculo::terminar() {
         if (estado(formula) == Estado::Circular)
             fijar(formula, Estado::Hecha);
     }
+    contexto_.olvidar();
+    enMarcha_ = false;
+}
+
+/// A un recálculo le faltó memoria: lo que dejó a medias no cuenta.
+void Recalculo::olvidarInterrumpido() {
+    std::fill(estados_.begin(), estados_.end(), Estado::Hecha);
+    sinHacer_ = {};
+    pila_.clear();
+    aplazadas_.clear();
+    blandos_.clear();
+    enComponente_.clear();
     contexto_.olvidar();
 }
 

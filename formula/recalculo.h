@@ -107,9 +107,11 @@ class Recalculo {
     std::span<const RangoBlando> blandosDe(IdFormula formula) const;
     void empezar(Modo modo);
     void terminar();
+    void olvidarInterrumpido();
 
     nucleo::Libro& libro_;
     Modo modo_ = Modo::Cascada;
+    bool enMarcha_ = false; ///< también si el último se quedó a medias por falta de memoria
     std::vector<Estado> estados_; ///< por fórmula; fuera de un recálculo todas `Hecha`
     /// Por fórmula, la celda en la que está. Guardar resultados no mueve las celdas de su sitio, y
     /// las de un bloque que se aparta siguen vivas en la copia que lo compartía, con el mismo

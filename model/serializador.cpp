@@ -13,17 +13,37 @@
 #include "model/archivo_libro.h"
 #include "model/formato_archivo.h"
 
+#include <new>
 #include <utility>
 
 namespace nucleo {
 
 namespace {
 
+/// Lo que responde `tarea`, o falso si falta memoria.
+template <typename Tarea> bool siHayMemoria(Tarea&& tarea) {
+    try {
+        return tarea();
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
 /// Escribe en el flujo lo que `componer` deja en un EscritorBytes.
 template <typename Componer> bool escribirEn(std::FILE* archivo, Componer&& componer) {
-    EscritorBytes salida;
-    componer(salida);
-    return std::fwrite(salida.datos(), 1, salida.tamano(), archivo) == salida.tamano();
+    return siHayMemoria([&] {
+        EscritorBytes salida;
+        componer(salida);
+        return std::fwrite(salida.datos(), 1, salida.tamano(), archivo) == salida.tamano();
+    });
+}
+
+/// Lo que responde `leer` con un lector que no consume de más.
+template <typename Leer> bool leerDe(std::FILE* archivo, Leer&& leer) {
+    return siHayMemoria([&] {
+        LectorBytes entrada(archivo, LectorBytes::Modo::Justo);
+        return leer(entrada);
+    });
 }
 
 } // namespace
@@ -57,26 +77,25 @@ bool Serializador::escribirCelda(std::FILE* archivo, std::uint64_t clave, const 
 }
 
 bool Serializador::leerString(std::FILE* archivo, std::string& texto) {
-    LectorBytes entrada(archivo, LectorBytes::Modo::Justo);
-    return leerTextoContado(entrada, texto);
+    return leerDe(archivo, [&](LectorBytes& entrada) { return leerTextoContado(entrada, texto); });
 }
 
 bool Serializador::leerHoja(std::FILE* archivo, Hoja& hoja, std::uint32_t /*version*/) {
-    LectorBytes entrada(archivo, LectorBytes::Modo::Justo);
-    return leerRegistroHoja(entrada, hoja);
+    return leerDe(archivo, [&](LectorBytes& entrada) { return leerRegistroHoja(entrada, hoja); });
 }
 
 bool Serializador::leerCelda(std::FILE* archivo, Hoja& hoja, std::uint32_t /*version*/) {
-    LectorBytes entrada(archivo, LectorBytes::Modo::Justo);
-    AlmacenCeldas aparte; // un registro a medias no debe llegar a la hoja
-    AlmacenCeldas::Anexador celdas(aparte);
-    if (!leerRegistroCelda(entrada, celdas))
-        return false;
-    celdas.terminar();
-    aparte.recorrer([&](std::uint64_t clave, const Celda& celda) {
-        hoja.celdas.insert_or_assign(clave, celda);
+    return leerDe(archivo, [&](LectorBytes& entrada) {
+        AlmacenCeldas aparte; // un registro a medias no debe llegar a la hoja
+        AlmacenCeldas::Anexador celdas(aparte);
+        if (!leerRegistroCelda(entrada, celdas))
+            return false;
+        celdas.terminar();
+        aparte.recorrer([&](std::uint64_t clave, const Celda& celda) {
+            hoja.celdas.insert_or_assign(clave, celda);
+        });
+        return true;
     });
-    return true;
 }
 
 } // namespace nucleo

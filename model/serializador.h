@@ -24,7 +24,8 @@ class Serializador {
     /// Con `kArchivoNoAbre` el libro queda como estaba; con `kArchivoInvalido`, reiniciado.
     static ResultadoArchivo cargar(const std::string& ruta, Libro& libro);
 
-    // Piezas con la disposición exacta del formato; falso a la primera lectura o escritura corta.
+    // Piezas con la disposición exacta del formato; falso a la primera lectura o escritura corta, o
+    // si falta memoria.
     static bool escribirString(std::FILE* archivo, const std::string& texto);
     static bool leerString(std::FILE* archivo, std::string& texto);
     static bool escribirHoja(std::FILE* archivo, const Hoja& hoja);

@@ -81,9 +81,8 @@ bool VentanaPrincipal::abrirArchivo(const QString& ruta) {
     {
         const Espera espera(statusBar(), QStringLiteral("Abriendo el libro…"));
         resultado = nucleo::Serializador::cargar(ruta.toStdString(), libro_);
-        if (resultado == nucleo::kArchivoBien) {
-            motor_.recalcularTodo();
-            libro_.modificado = false;
+        if (resultado == nucleo::kArchivoBien && !motor_.recalcularCargado()) {
+            resultado = nucleo::kArchivoInvalido;
         }
         if (resultado != nucleo::kArchivoNoAbre) {
             olvidarDocumentoAnterior();

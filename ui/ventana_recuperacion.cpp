@@ -60,9 +60,11 @@ void VentanaPrincipal::ofrecerRecuperacion() {
     {
         const Espera espera(statusBar(), QStringLiteral("Recuperando el trabajo…"));
         resultado = nucleo::Autosave::cargar(rutaAutosave_, libro_);
+        if (resultado == nucleo::kArchivoBien && !motor_.recalcularCargado()) {
+            resultado = nucleo::kArchivoInvalido;
+        }
         if (resultado == nucleo::kArchivoBien) {
             libro_.ruta = rutaDocumento;
-            motor_.recalcularTodo();
             libro_.modificado = true;
             recuperacionPropia_ = true;
         } else {

@@ -2,6 +2,7 @@
 // no pide más memoria de la que su peso merece.
 
 #include "formula/motor.h"
+#include "tests/comun/comprobar_libro.h"
 #include "tests/comun/memoria.h"
 #include "tests/comun/plano_archivo.h"
 #include "tests/confianza/libro_usado.h"
@@ -101,6 +102,34 @@ TEST(ArchivosRotos, LosDeReferenciaSeUsan) {
         probar(guardarEnBytes(prueba::libroDeReferencia(n)), "libro " + std::to_string(n),
                cargados);
     EXPECT_EQ(cargados, prueba::kLibrosDeReferencia);
+}
+
+/// La petición de memoria que falla, al cargar o al calcular, deja el libro reiniciado y el motor
+/// listo para otro.
+TEST(ArchivosRotos, FaltaMemoriaAlAbrir) {
+    const std::string bytes = libroCorriente();
+    for (const auto cual :
+         {prueba::FaltaDeMemoria::Cual::SoloUna, prueba::FaltaDeMemoria::Cual::DesdeEntonces}) {
+        bool ocurrio = true;
+        for (int n = 1; ocurrio; ++n) {
+            nucleo::Libro libro;
+            motor_formulas::Motor motor(libro);
+            bool abierto = false;
+            {
+                const prueba::FaltaDeMemoria falta(n, cual);
+                abierto =
+                    cargarBytes(bytes, libro) == nucleo::kArchivoBien && motor.recalcularCargado();
+                ocurrio = falta.ocurrio();
+            }
+            ASSERT_EQ(abierto, !ocurrio) << "petición " << n;
+            if (ocurrio) {
+                ASSERT_TRUE(prueba::estaReiniciado(libro)) << "petición " << n;
+                ASSERT_EQ(cargarBytes(bytes, libro), nucleo::kArchivoBien);
+                ASSERT_TRUE(motor.recalcularCargado());
+            }
+            ASSERT_EQ(pruebas::defectoDelLibro(libro), "") << "petición " << n;
+        }
+    }
 }
 
 /// Los registros más pequeños en los sitios donde más memoria ocupa cada uno.
