@@ -40,6 +40,9 @@ bool LectorBytes::leerTextoPorPartes(std::string& texto, std::size_t largo) {
             return false;
         texto.append(reinterpret_cast<const char*>(bytes), parte);
     }
+    // Al crecer reserva hasta el doble, y un archivo puede traer muchos textos largos.
+    if (texto.capacity() - texto.size() > texto.size() / 8)
+        texto.shrink_to_fit();
     return true;
 }
 
