@@ -30,7 +30,7 @@ class CupoTexto {
     }
 
   private:
-    static constexpr std::size_t kMaximoEnTotal = std::size_t{512} * 1024 * 1024;
+    static constexpr std::size_t kMaximoEnTotal = std::size_t{256} * 1024 * 1024;
     /// Los textos así de cortos no pesan mucho más que la fórmula que los hace: no se cuentan.
     static constexpr std::size_t kLargoLibre = 256;
 
