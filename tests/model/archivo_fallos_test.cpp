@@ -241,7 +241,7 @@ void faltaMemoriaAlCargar(const std::string& ruta, FaltaDeMemoria::Cual cual) {
         }
         if (!ocurrio) {
             EXPECT_EQ(resultado, kArchivoBien);
-            EXPECT_GT(n, 5);
+            EXPECT_GT(n, 3);
             return;
         }
         ASSERT_EQ(resultado, kArchivoInvalido) << "petición " << n;
