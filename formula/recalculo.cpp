@@ -33,7 +33,8 @@ const nucleo::Celda* Recalculo::celdaFormula(std::uint64_t clave) const {
 }
 
 void Recalculo::marcarPendiente(IdFormula formula, const nucleo::Celda& celda) {
-    if (estados_.size() <= formula) {
+    // Se mira la última en crecer: si a las otras les llegó la memoria y a ella no, aún falta.
+    if (celdas_.size() <= formula) {
         estados_.resize(grafo().limiteFormulas(), Estado::Hecha);
         turnos_.resize(estados_.size());
         celdas_.resize(estados_.size());

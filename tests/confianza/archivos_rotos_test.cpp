@@ -25,7 +25,7 @@ using prueba::guardarEnBytes;
 /// Lo que piden de fijo el lector y las tablas de quien calcula.
 constexpr std::ptrdiff_t kDeFijo = 512 * 1024;
 /// Por byte del archivo: un registro diminuto puede ocupar un nodo en memoria.
-constexpr std::ptrdiff_t kPorByte = 8;
+constexpr std::ptrdiff_t kPorByte = 16;
 
 /// Un libro con fórmulas que se leen, una fusión, tamaños y paneles.
 std::string libroCorriente() {

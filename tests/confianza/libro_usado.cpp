@@ -24,7 +24,7 @@ void pintarEsquinas(const Libro& libro) {
     rejilla.tema = &tema;
     for (const auto& hoja : libro.hojas) {
         rejilla.hoja = hoja.get();
-        for (const double zoom : {0.5, 1.0, 2.0}) {
+        for (const double zoom : {0.5, 2.0}) {
             rejilla.zoom = zoom;
             const QSize contenido = rejilla.tamanoContenido();
             for (const int x : {0, contenido.width()}) {
