@@ -108,9 +108,9 @@ TEST_F(TextoLargo, DoblarloDeCeldaEnCeldaAcabaEnError) {
 }
 
 TEST_F(TextoLargo, CopiarUnoEnormeMuchasVecesAcabaEnError) {
-    constexpr int kCopias = 200;
+    constexpr int kCopias = 80;
     literal(kMaximoTexto / 4);
-    for (const char* copia : {"=A$1", "=A$1&1", "=CONCATENAR(A$1)", "=MINUSC(A$1)"}) {
+    for (const char* copia : {"=A$1", "=A$1&1", "=CONCATENAR(A$1)"}) {
         {
             const Motor::Lote lote(motor_);
             for (int fila = 0; fila < kCopias; ++fila)
