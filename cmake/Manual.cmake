@@ -20,4 +20,8 @@ add_custom_command(OUTPUT ${marnel_manual}/index.html
     ${PROJECT_SOURCE_DIR}/empaquetado/manual/estilo.css
   VERBATIM)
 add_custom_target(marnel_manual ALL DEPENDS ${marnel_manual}/index.html)
+if(TARGET marnel)
+  # F1 lo busca junto a lo construido.
+  add_dependencies(marnel marnel_manual)
+endif()
 install(DIRECTORY ${marnel_manual}/ DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/marnel/manual)

@@ -14,6 +14,7 @@ paquetes_programa=(
   fonts-dejavu-core
   fonts-symbola
   fonts-open-sans
+  python3-markdown
 )
 
 # Además, para las pruebas.
@@ -27,14 +28,12 @@ paquetes_pruebas=(
   appstream
   shared-mime-info
   man-db
-  python3-markdown
 )
 
 # Además, para hacer el paquete.
 paquetes_paquete=(
   dpkg-dev
   file
-  python3-markdown
 )
 
 # Además, para pasar las pruebas con valgrind.
