@@ -75,7 +75,7 @@ void dibujarPie(QPainter& pintor, const QSize& papel, const QString& hoja, std::
 
 Resultado imprimirPdf(const nucleo::Libro& libro, const std::vector<int>& hojas,
                       const Peticion& peticion) {
-    const Resultado noSeEscribe{kNoSeEscribe, "no se puede escribir «" + peticion.salida + "»"};
+    Resultado noSeEscribe{kNoSeEscribe, "no se puede escribir «" + peticion.salida + "»"};
     QBuffer pdf;
     pdf.open(QIODevice::WriteOnly);
     QPdfWriter documento(&pdf);
