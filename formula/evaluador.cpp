@@ -69,24 +69,12 @@ bool Evaluador::aNumero(const Valor& valor, double& numero, ErrorCelda& error) c
     return convertirEnNumero(vistaDe(valor), numero, error);
 }
 
-bool Evaluador::aNumero(const VistaValor& valor, double& numero, ErrorCelda& error) const {
-    return convertirEnNumero(valor, numero, error);
-}
-
 std::string Evaluador::aTexto(const Valor& valor) const {
-    return aTexto(vistaDe(valor));
-}
-
-std::string Evaluador::aTexto(const VistaValor& valor) const {
-    return convertirEnTexto(valor);
+    return convertirEnTexto(vistaDe(valor));
 }
 
 bool Evaluador::aLogico(const Valor& valor, bool& logico, ErrorCelda& error) const {
     return convertirEnLogico(vistaDe(valor), logico, error);
-}
-
-bool Evaluador::aLogico(const VistaValor& valor, bool& logico, ErrorCelda& error) const {
-    return convertirEnLogico(valor, logico, error);
 }
 
 bool Evaluador::resolverHoja(const RefCelda& ref, int& indice) const {

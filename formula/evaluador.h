@@ -34,11 +34,8 @@ class Evaluador {
     Arg evaluarArg(const NodoExpr& nodo);
 
     bool aNumero(const nucleo::Valor& valor, double& numero, nucleo::ErrorCelda& error) const;
-    bool aNumero(const VistaValor& valor, double& numero, nucleo::ErrorCelda& error) const;
     std::string aTexto(const nucleo::Valor& valor) const;
-    std::string aTexto(const VistaValor& valor) const;
     bool aLogico(const nucleo::Valor& valor, bool& logico, nucleo::ErrorCelda& error) const;
-    bool aLogico(const VistaValor& valor, bool& logico, nucleo::ErrorCelda& error) const;
 
     bool resolverHoja(const RefCelda& ref, int& indice) const;
     nucleo::Valor valorReferencia(const RefCelda& ref) const;

@@ -31,7 +31,7 @@ RAIZ = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 # Lo que se muta: cada patrón, con los programas de prueba que guardan esos archivos.
 CAPAS = [
     (["formula/*.cpp", "formula/*.h", "formula/functions/*.cpp", "formula/functions/*.h"],
-     ["pruebas_formula", "pruebas_editing"]),
+     ["pruebas_formula"]),
     (["model/serializador.cpp", "model/formato_lectura.cpp", "model/formato_archivo.h",
       "model/lector_bytes.*", "model/archivo_libro.cpp", "model/archivos.cpp",
       "model/anexador_celdas.h"],
@@ -168,7 +168,9 @@ class Taller:
     def configurar(self):
         interfaz = "ON" if "pruebas_rendering" in self.programas else "OFF"
         self.exigir(["cmake", "-S", self.fuentes, "-B", self.construccion, "-G", "Ninja",
-                     "-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O1 -w",
+                     "-DCMAKE_BUILD_TYPE=Debug",
+                     "-DCMAKE_CXX_FLAGS_DEBUG=-O1 -w",
+                     *(["-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld"] if shutil.which("ld.lld") else []),
                      "-DMARNEL_PRUEBAS=ON", f"-DMARNEL_INTERFAZ={interfaz}"])
         self.exigir(["ninja", "-C", self.construccion, f"-j{os.cpu_count()}", *self.programas])
         for programa in self.programas:

@@ -6,10 +6,12 @@
 
 #include <clocale>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace motor_formulas {
 namespace {
@@ -382,6 +384,56 @@ TEST_F(PruebaEvaluador, OperaDosValores) {
               Valor::deError(ErrorCelda::Ref));
     EXPECT_EQ(evaluador.operarBinario("&", Valor::deError(ErrorCelda::Nombre), sucio),
               Valor::deError(ErrorCelda::Nombre));
+}
+
+TEST_F(PruebaEvaluador, UnaHojaQueNoExisteEsUnaReferenciaRota) {
+    const Valor rota = Valor::deError(ErrorCelda::Ref);
+    for (const int hoja : {-1, -100, 2, std::numeric_limits<int>::max()}) {
+        SCOPED_TRACE(hoja);
+        Evaluador lejos(prueba.libro, hoja);
+        RefCelda celda;
+        EXPECT_EQ(lejos.valorReferencia(celda), rota);
+        celda.hoja = "Hoja2";
+        EXPECT_EQ(lejos.valorReferencia(celda), Valor::deNumero(100));
+        celda.hoja = "Hoja3";
+        EXPECT_EQ(lejos.valorReferencia(celda), rota);
+        for (const char* formula : {"A1", "SUMA(A1:B2)", "MAX(A1)", "-A1", "1+A1", "A1&1"})
+            EXPECT_EQ(lejos.evaluar(*Parser().parsear(formula)), rota) << formula;
+        EXPECT_EQ(lejos.evaluar(*Parser().parsear("SUMA(Hoja2!A1:B2)")), Valor::deNumero(100));
+        const Arg bloque = lejos.evaluarArg(*Parser().parsear("A1:B3"));
+        EXPECT_TRUE(bloque.esRango);
+        EXPECT_EQ(bloque.filas, 3);
+        EXPECT_EQ(bloque.columnas, 2);
+        EXPECT_EQ(bloque.valores, std::vector<Valor>(6, rota));
+    }
+}
+
+TEST_F(PruebaEvaluador, UnValorDeClaseDesconocidaNoSeConvierte) {
+    Valor raro = Valor::deNumero(1);
+    raro.tipo = static_cast<TipoValor>(77);
+    double numero = 0;
+    bool logico = false;
+    ErrorCelda error = ErrorCelda::Ninguno;
+    EXPECT_FALSE(evaluador.aNumero(raro, numero, error));
+    EXPECT_EQ(error, ErrorCelda::ValorInvalido);
+    error = ErrorCelda::Ninguno;
+    EXPECT_FALSE(evaluador.aLogico(raro, logico, error));
+    EXPECT_EQ(error, ErrorCelda::ValorInvalido);
+}
+
+TEST_F(PruebaEvaluador, UnBloqueReunidoYUnoPrestadoDanLasMismasCeldas) {
+    const Arg reunido = evaluador.evaluarArg(*Parser().parsear("B5:A2"));
+    ASSERT_FALSE(reunido.prestado());
+    Arg prestado;
+    prestado.esRango = true;
+    prestado.filas = 4;
+    prestado.columnas = 2;
+    prestado.hoja = prueba.libro.hojas[0].get();
+    prestado.rango = {1, 0, 4, 1};
+    ASSERT_EQ(reunido.celdas(), prestado.celdas());
+    for (std::int64_t i = 0; i < reunido.celdas(); ++i)
+        EXPECT_EQ(aValor(celdaDeArg(reunido, i)), aValor(celdaDeArg(prestado, i))) << i;
+    EXPECT_EQ(aValor(celdaDeArg(prestado, 3)), Valor::deLogico(true)) << "B3";
 }
 
 TEST_F(PruebaEvaluador, LlamaALasFuncionesPorSuNombreExacto) {

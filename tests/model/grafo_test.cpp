@@ -86,6 +86,20 @@ TEST(Grafo, LasVistasSeRecorrenComoMapas) {
     EXPECT_EQ(parejas, 2U);
     EXPECT_EQ(libro.precedentes.find(A2)->second, Claves{A1});
     EXPECT_EQ(libro.dependientes.find(B1)->second.count(C1), 1U);
+    EXPECT_EQ(libro.dependientes.find(B1)->second.count(A2), 0U);
+    EXPECT_TRUE(libro.dependientes.contains(B1));
+    EXPECT_FALSE(libro.dependientes.contains(C1));
+
+    Claves formulas;
+    for (auto it = libro.precedentes.begin(); it != libro.precedentes.end();)
+        formulas.push_back((it++)->first);
+    EXPECT_EQ(formulas, (Claves{C1, A2})) << "por filas";
+    EXPECT_TRUE(libro.precedentes.begin() == libro.precedentes.find(C1));
+    EXPECT_FALSE(libro.precedentes.begin() == libro.precedentes.find(A2));
+    libro.quitarDependencias(C1);
+    EXPECT_EQ(libro.precedentes.begin()->first, A2);
+    libro.quitarDependencias(A2);
+    EXPECT_TRUE(libro.precedentes.begin() == libro.precedentes.end());
 }
 
 TEST(Grafo, LasVistasSiguenAlLibroQueSeMueve) {
