@@ -2,9 +2,9 @@
 set -eu
 for guion in ejecutar probar .ci/run fuzz/correr herramientas/*.sh herramientas/comprobaciones/*.sh \
   herramientas/hacer-{ejemplos,iconos,imagenes,paquete} \
-  herramientas/{pasar-valgrind,probar-paquete}; do
+  herramientas/{comprobar-estilo,pasar-valgrind,probar-paquete}; do
   bash -n "$guion"
 done
-for guion in herramientas/hacer-{funciones,manual}; do
+for guion in herramientas/hacer-{funciones,manual} tests/mutantes.py; do
   /usr/bin/python3 -c 'import ast, sys; ast.parse(open(sys.argv[1]).read())' "$guion"
 done
