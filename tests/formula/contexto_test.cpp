@@ -3,6 +3,7 @@
 #include "formula/functions/catalogo.h"
 #include "model/direcciones.h"
 #include "model/libro.h"
+#include "model/limites.h"
 #include "model/numeros.h"
 
 #include <gtest/gtest.h>
@@ -231,6 +232,37 @@ TEST(Contexto, RespondeLoMismoQueLaHojaAunqueCambie) {
                 prueba.olvidar();
             prueba.preguntar();
         }
+    }
+}
+
+TEST(Contexto, LoQueCambiaFueraDeLaCuadriculaNoImporta) {
+    nucleo::Hoja hoja;
+    for (int fila = 0; fila < 200; ++fila) {
+        for (const int col : {0, nucleo::kUltimaColumna}) {
+            nucleo::Celda& celda = hoja.celdaMut(fila, col);
+            celda.tipo = nucleo::TipoCelda::Numero;
+            celda.numero = 1;
+        }
+    }
+    ContextoRecalculo contexto;
+    for (const int col : {0, nucleo::kUltimaColumna}) {
+        Arg bloque;
+        bloque.esRango = true;
+        bloque.filas = nucleo::kFilas;
+        bloque.columnas = 1;
+        bloque.hoja = &hoja;
+        bloque.rango = {0, col, nucleo::kUltimaFila, col};
+        const auto contar = [&] {
+            return contexto.contar(bloque, ContextoRecalculo::Contadas::Numeros);
+        };
+        EXPECT_EQ(contar(), 200);
+        contexto.cambiar(hoja, nucleo::kFilas, col, Valor::deNumero(1));
+        contexto.cambiar(hoja, 0xffffff, col, Valor::deNumero(1));
+        contexto.cambiar(hoja, 5, nucleo::kColumnas, Valor::deTexto("x"));
+        contexto.cambiar(hoja, 5, 0xffff, Valor::deTexto("x"));
+        EXPECT_EQ(contar(), 200);
+        contexto.cambiar(hoja, 5, col, Valor::deTexto("x"));
+        EXPECT_EQ(contar(), 199);
     }
 }
 

@@ -247,6 +247,28 @@ TEST_F(PruebaMotor, AlRecalcularTodoUnBloqueDemasiadoGrandeEsperaALoQueHayDentro
     EXPECT_EQ(visible("B1"), "222");
 }
 
+TEST_F(PruebaMotor, LasFormulasDeLosBordesDeLaCuadriculaTambienSeEsperan) {
+    libro.agregarHoja();
+    const auto poner = [&](int hoja, int fila, int col, const char* texto) {
+        nucleo::Celda& c = libro.hojas[static_cast<std::size_t>(hoja)]->celdaMut(fila, col);
+        c.tipo = TipoCelda::Formula;
+        c.entrada = texto;
+    };
+    poner(0, 0, 0, "=SUMA('Hoja 2'!A1:ZZ65536)");
+    poner(1, 65535, 0, "=1");
+    poner(1, 0, 701, "=20");
+    poner(1, 65535, 701, "=300");
+    // Fuera de la cuadrícula, como las puede traer un archivo: se calculan y no estorban.
+    poner(1, 65536, 0, "=4000");
+    poner(1, 0, 702, "=50000");
+    motor.recalcularTodo();
+    EXPECT_EQ(visible("A1"), "321");
+    EXPECT_EQ(visible("ZZ65536", 1), "300");
+    escribir("ZZ65536", "=400", 1);
+    motor.recalcularTodo();
+    EXPECT_EQ(visible("A1"), "421");
+}
+
 TEST_F(PruebaMotor, UnBloqueGrandeQueSeLeeASiMismoNoEsCircular) {
     escribir("A1", "4");
     escribir("C1", "=SUMA(A1:B65536)+SUMA(C1:D65536)");
