@@ -266,6 +266,54 @@ TEST(Contexto, LoQueCambiaFueraDeLaCuadriculaNoImporta) {
     }
 }
 
+TEST(Contexto, ElErrorQueSeCorrigeDejaDeContar) {
+    constexpr int kAlto = 200;
+    for (const int fila : {0, 1, 63, 64, 100, 127, 128, 198, 199}) {
+        SCOPED_TRACE(fila);
+        nucleo::Hoja hoja;
+        ContextoRecalculo contexto;
+        Arg bloque;
+        bloque.esRango = true;
+        bloque.filas = kAlto;
+        bloque.columnas = 2;
+        bloque.hoja = &hoja;
+        bloque.rango = {0, 0, kAlto - 1, 1};
+        const auto poner = [&](int f, int col, const Valor& valor) {
+            nucleo::Celda& celda = hoja.celdaMut(f, col);
+            celda.tipo = nucleo::TipoCelda::Formula;
+            celda.valor = valor;
+            contexto.cambiar(hoja, f, col, valor);
+        };
+        const auto sumar = [&](double suma, ErrorCelda esperado) {
+            motor_formulas::Acumulado total;
+            ErrorCelda error = ErrorCelda::Ninguno;
+            const bool bien = contexto.plegar(motor_formulas::Pliegue::Suma, bloque, total, error);
+            EXPECT_EQ(bien, esperado == ErrorCelda::Ninguno);
+            if (bien) {
+                EXPECT_EQ(total.valor, suma);
+            } else {
+                EXPECT_EQ(error, esperado);
+            }
+        };
+        for (int f = 0; f < kAlto; ++f)
+            poner(f, 1, Valor::deNumero(1));
+        poner(fila, 0, Valor::deError(ErrorCelda::Ref));
+        sumar(0, ErrorCelda::Ref);
+        poner(fila, 0, Valor::deError(ErrorCelda::Nombre));
+        sumar(0, ErrorCelda::Nombre);
+        poner(fila, 0, Valor::deNumero(1000));
+        sumar(1000 + kAlto, ErrorCelda::Ninguno);
+        poner(fila, 0, Valor::deError(ErrorCelda::DivCero));
+        sumar(0, ErrorCelda::DivCero);
+        poner(fila, 1, Valor::deError(ErrorCelda::Ref)); // otro a su derecha no cuenta
+        sumar(0, ErrorCelda::DivCero);
+        poner(fila, 0, {});
+        sumar(0, ErrorCelda::Ref);
+        poner(fila, 1, Valor::deNumero(0));
+        sumar(kAlto - 1, ErrorCelda::Ninguno);
+    }
+}
+
 TEST(Contexto, ElTextoDeUnNumeroFinitoSeLeeComoNumero) {
     // Por eso el índice de textos no los guarda.
     std::mt19937_64 azar(11);
