@@ -167,7 +167,7 @@ void VentanaPrincipal::noImplementado(const QString& funcion, const QString& fas
 }
 
 void VentanaPrincipal::mostrarOpciones() {
-    DialogoOpciones dialogo({carpetaBiblioteca(), QString::fromStdString(rutaAutosave_),
+    DialogoOpciones dialogo({rutaBiblioteca(), QString::fromStdString(rutaAutosave_),
                              temporizadorAutosave_.interval() / 1000, zoomPorcentaje(), oscuro_},
                             this);
     connect(&dialogo, &DialogoOpciones::zoomElegido, this, &VentanaPrincipal::establecerZoom);

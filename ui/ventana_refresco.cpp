@@ -145,36 +145,18 @@ void VentanaPrincipal::actualizarBarraFormulas() {
 }
 
 void VentanaPrincipal::actualizarResumen() {
-    double suma = 0;
-    std::size_t numeros = 0;
-    std::size_t cuenta = 0;
-    if (const nucleo::Hoja* hoja = hojaActiva()) {
-        const editor::Seleccion& s = editor_.seleccion();
-        hoja->celdas.recorrerPorFilas({s.filaMin(), s.colMin(), s.filaMax(), s.colMax()},
-                                      [&](int, int, const nucleo::Celda& celda) {
-                                          if (celda.tipo == nucleo::TipoCelda::Vacia) {
-                                              return true;
-                                          }
-                                          ++cuenta;
-                                          if (celda.tipo == nucleo::TipoCelda::Numero) {
-                                              suma += celda.numero;
-                                              ++numeros;
-                                          } else if (celda.tipo == nucleo::TipoCelda::Formula &&
-                                                     celda.valor.tipo ==
-                                                         nucleo::TipoValor::Numero) {
-                                              suma += celda.valor.numero;
-                                              ++numeros;
-                                          }
-                                          return true;
-                                      });
-    }
-    if (numeros > 0) {
-        resumen_->setText(QStringLiteral("  Suma: %1   ·   Promedio: %2   ·   Cuenta: %3")
-                              .arg(numeroDelResumen(suma),
-                                   numeroDelResumen(suma / static_cast<double>(numeros)),
-                                   QString::number(cuenta)));
-    } else if (cuenta > 1) {
-        resumen_->setText(QStringLiteral("  Cuenta: %1").arg(cuenta));
+    const nucleo::Hoja* hoja = hojaActiva();
+    const nucleo::ResumenRango visto = hoja == nullptr
+                                           ? nucleo::ResumenRango{}
+                                           : hoja->celdas.resumir(editor_.seleccion().rango());
+    if (visto.numeros > 0) {
+        resumen_->setText(
+            QStringLiteral("  Suma: %1   ·   Promedio: %2   ·   Cuenta: %3")
+                .arg(numeroDelResumen(visto.suma),
+                     numeroDelResumen(visto.suma / static_cast<double>(visto.numeros)),
+                     QString::number(visto.conContenido)));
+    } else if (visto.conContenido > 1) {
+        resumen_->setText(QStringLiteral("  Cuenta: %1").arg(visto.conContenido));
     } else {
         resumen_->clear();
     }

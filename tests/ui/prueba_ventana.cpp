@@ -8,12 +8,18 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QDir>
+#include <QDirIterator>
 #include <QObject>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QStatusBar>
 #include <QTest>
 #include <QWheelEvent>
+
+#include <array>
+#include <random>
+#include <string>
 
 using pruebas::Dialogos;
 using pruebas::VentanaDePrueba;
@@ -229,6 +235,59 @@ class PruebaVentana : public QObject {
         QCOMPARE(p.control<QLabel>("resumen")->text(), resumen);
     }
 
+    void elResumenEsElDeRecorrerLasCeldas() {
+        VentanaDePrueba p;
+        // Más filas que un bloque del almacén, con huecos, textos, fórmulas, errores y formatos.
+        std::mt19937 azar(20261121);
+        const auto hasta = [&azar](int n) { return static_cast<int>(azar() % unsigned(n)); };
+        for (int i = 0; i < 600; ++i) {
+            const int fila = hasta(200);
+            const int col = hasta(6);
+            const std::array<std::string, 6> textos = {std::to_string(hasta(1000)),
+                                                       "texto",
+                                                       "=1+" + std::to_string(hasta(9)),
+                                                       "=1/0",
+                                                       "=\"x\"",
+                                                       std::string()};
+            p.motor().establecerCelda(0, fila, col, textos[static_cast<std::size_t>(hasta(6))]);
+            p.libro().hojas[0]->celdaMut(hasta(200), hasta(6)).formato.negrita = true;
+        }
+        for (int i = 0; i < 200; ++i) {
+            p.editor().seleccionar(hasta(220), hasta(7));
+            p.editor().extender(hasta(220), hasta(7));
+            const editor::Seleccion& s = p.editor().seleccion();
+            double suma = 0;
+            int numeros = 0;
+            int cuenta = 0;
+            for (int fila = s.filaMin(); fila <= s.filaMax(); ++fila) {
+                for (int col = s.colMin(); col <= s.colMax(); ++col) {
+                    const nucleo::Celda* celda = p.libro().hojas[0]->celda(fila, col);
+                    if (celda == nullptr || celda->tipo == nucleo::TipoCelda::Vacia) {
+                        continue;
+                    }
+                    ++cuenta;
+                    if (celda->tipo != nucleo::TipoCelda::Texto &&
+                        celda->valor.tipo == nucleo::TipoValor::Numero) {
+                        suma += celda->valor.numero;
+                        ++numeros;
+                    }
+                }
+            }
+            const auto texto = [](double valor) {
+                return QString::fromStdString(nucleo::formatearNumero(valor, nucleo::Formato{}));
+            };
+            QString esperado;
+            if (numeros > 0) {
+                esperado = QStringLiteral("  Suma: %1   ·   Promedio: %2   ·   Cuenta: %3")
+                               .arg(texto(suma), texto(suma / numeros), QString::number(cuenta));
+            } else if (cuenta > 1) {
+                esperado = QStringLiteral("  Cuenta: %1").arg(cuenta);
+            }
+            p.ventana().actualizarResumen();
+            QCOMPARE(p.control<QLabel>("resumen")->text(), esperado);
+        }
+    }
+
     void elZoomVaALaPar() {
         VentanaDePrueba p;
         auto* deslizador = p.ventana().findChild<QSlider*>();
@@ -291,7 +350,11 @@ class PruebaVentana : public QObject {
             const auto linea = [w](const char* nombre) {
                 return w->findChild<QLineEdit*>(QLatin1String(nombre))->text();
             };
-            QCOMPARE(linea("opcionCarpeta"), interfaz::VentanaPrincipal::carpetaBiblioteca());
+            QCOMPARE(linea("opcionCarpeta"), interfaz::VentanaPrincipal::rutaBiblioteca());
+            QCOMPARE(w->windowTitle(), QStringLiteral("Opciones"));
+            const auto botones = w->findChildren<QPushButton*>();
+            QCOMPARE(botones.size(), 1);
+            QCOMPARE(botones.constFirst()->text().remove(u'&'), QStringLiteral("Cerrar"));
             QCOMPARE(linea("opcionRecuperacion"),
                      QString::fromStdString(p.ventana().rutaAutosave()));
             QVERIFY(w->findChild<QLabel*>(QStringLiteral("opcionIntervalo"))
@@ -305,8 +368,18 @@ class PruebaVentana : public QObject {
             oscuro->click();
             QTest::keyClick(w, Qt::Key_Escape);
         });
+        const auto enDisco = [] {
+            QStringList rutas;
+            for (QDirIterator it(QDir::homePath(), QDirIterator::Subdirectories); it.hasNext();) {
+                rutas << it.next();
+            }
+            rutas.sort();
+            return rutas;
+        };
+        const QStringList antes = enDisco();
         p.accion("Herramientas", "Opciones")->trigger();
         QVERIFY(d.completo());
+        QCOMPARE(enDisco(), antes);
         QCOMPARE(p.hoja()->zoomPorcentaje(), 80);
         QVERIFY(p.ventana().temaOscuroActivo());
         QVERIFY(p.accion("Herramientas", "Modo oscuro")->isChecked());
