@@ -28,9 +28,10 @@ void AvisosAccesibles::ponerAlDia() {
     }
     const int hoja = vista_.libro().hojaActiva;
     const editor::Seleccion seleccion = vista_.editor().seleccion();
+    const bool otraHoja = hoja != hoja_;
     const bool otraTabla =
-        hoja != hoja_ || tabla->rowCount() != filas_ || tabla->columnCount() != columnas_;
-    const bool otraCelda = hoja != hoja_ || seleccion.activaFila != seleccion_.activaFila ||
+        otraHoja || tabla->rowCount() != filas_ || tabla->columnCount() != columnas_;
+    const bool otraCelda = otraHoja || seleccion.activaFila != seleccion_.activaFila ||
                            seleccion.activaCol != seleccion_.activaCol;
     const bool otraSeleccion = otraCelda || !(seleccion == seleccion_);
     hoja_ = hoja;
@@ -38,6 +39,11 @@ void AvisosAccesibles::ponerAlDia() {
     columnas_ = tabla->columnCount();
     seleccion_ = seleccion;
 
+    if (otraHoja) {
+        // La tabla se llama como la hoja.
+        QAccessibleEvent nombre(&vista_, QAccessible::NameChanged);
+        emisor_(&nombre);
+    }
     if (otraTabla) {
         QAccessibleTableModelChangeEvent cambio(&vista_,
                                                 QAccessibleTableModelChangeEvent::ModelReset);

@@ -36,6 +36,12 @@ bool algunaFormulaNombra(const nucleo::Libro& libro, const std::string& nombre) 
 
 } // namespace
 
+bool VentanaPrincipal::esLaHoja(int indice, std::uint64_t identidad) const {
+    const auto posicion = static_cast<std::size_t>(indice);
+    return indice >= 0 && posicion < libro_.hojas.size() &&
+           libro_.hojas[posicion]->identidad == identidad;
+}
+
 void VentanaPrincipal::cambiarHoja(int indice) {
     confirmarPendiente();
     if (indice < 0 || indice >= static_cast<int>(libro_.hojas.size())) {
@@ -116,7 +122,9 @@ void VentanaPrincipal::renombrarHoja(int indice) {
     if (indice < 0 || indice >= static_cast<int>(libro_.hojas.size())) {
         return;
     }
-    const std::string actual = libro_.hojas[static_cast<std::size_t>(indice)]->nombre;
+    const nucleo::Hoja& hoja = *libro_.hojas[static_cast<std::size_t>(indice)];
+    const std::uint64_t identidad = hoja.identidad;
+    const std::string actual = hoja.nombre;
     bool aceptado = false;
     const std::string nombre =
         QInputDialog::getText(this, QStringLiteral("Renombrar hoja"),
@@ -124,7 +132,7 @@ void VentanaPrincipal::renombrarHoja(int indice) {
                               QString::fromStdString(actual), &aceptado)
             .trimmed()
             .toStdString();
-    if (!aceptado || nombre.empty()) {
+    if (!aceptado || nombre.empty() || !esLaHoja(indice, identidad)) {
         return;
     }
     const int homonima = libro_.indiceHoja(nombre);
@@ -144,12 +152,13 @@ void VentanaPrincipal::eliminarHoja(int indice) {
     if (libro_.hojas.size() < 2 || indice < 0 || indice >= static_cast<int>(libro_.hojas.size())) {
         return;
     }
-    const QString nombre =
-        QString::fromStdString(libro_.hojas[static_cast<std::size_t>(indice)]->nombre);
+    const nucleo::Hoja& hoja = *libro_.hojas[static_cast<std::size_t>(indice)];
+    const std::uint64_t identidad = hoja.identidad;
     if (preguntar(this,
                   QStringLiteral("¿Eliminar la hoja \"%1\"? Esta acción no se puede deshacer.")
-                      .arg(enUnaLinea(nombre)),
-                  QMessageBox::Yes | QMessageBox::No, QMessageBox::No) != QMessageBox::Yes) {
+                      .arg(enUnaLinea(QString::fromStdString(hoja.nombre))),
+                  QMessageBox::Yes | QMessageBox::No, QMessageBox::No) != QMessageBox::Yes ||
+        !esLaHoja(indice, identidad)) {
         return;
     }
     libro_.eliminarHoja(indice);

@@ -69,7 +69,6 @@ void VentanaPrincipal::configurarUI() {
     columna->setContentsMargins(0, 0, 0, 0);
     columna->setSpacing(0);
     widgetHoja_ = new WidgetHoja(libro_, editor_, centro);
-    widgetHoja_->setAccessibleName(QStringLiteral("Hoja"));
     columna->addWidget(crearBarraFormulas());
     columna->addWidget(widgetHoja_, 1);
     columna->addWidget(crearBarraPestanas());

@@ -7,6 +7,7 @@
 #include <QMainWindow>
 #include <QTimer>
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -45,7 +46,9 @@ class VentanaPrincipal : public QMainWindow {
     int zoomPorcentaje() const;
     /// Ruta del archivo de recuperación del documento actual.
     const std::string& rutaAutosave() const { return rutaAutosave_; }
-    /// Carpeta donde empiezan los cuadros de abrir y guardar; la crea si falta.
+    /// La carpeta de los libros, exista o no.
+    static QString rutaBiblioteca();
+    /// La misma, creada si falta: donde empiezan los cuadros de abrir y guardar.
     static QString carpetaBiblioteca();
 
   public slots:
@@ -136,6 +139,9 @@ class VentanaPrincipal : public QMainWindow {
     void aceptarFormula(int dFila, int dCol);
     void pasarFoco(bool adelante);
     void menuDePestana(const QPoint& punto);
+    /// Verdadero si la hoja de ese índice sigue siendo la misma: mientras un cuadro está abierto el
+    /// libro puede cambiar.
+    bool esLaHoja(int indice, std::uint64_t identidad) const;
     const nucleo::Hoja* hojaActiva() const;
     nucleo::Hoja* hojaActiva();
 

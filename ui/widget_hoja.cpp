@@ -61,11 +61,14 @@ WidgetHoja::WidgetHoja(nucleo::Libro& libro, editor::Editor& editor, QWidget* pa
     setAttribute(Qt::WA_InputMethodEnabled);
     horizontalScrollBar()->setSingleStep(kPasoDesplazamiento);
     verticalScrollBar()->setSingleStep(kPasoDesplazamiento);
+    horizontalScrollBar()->setAccessibleName(QStringLiteral("Desplazamiento horizontal"));
+    verticalScrollBar()->setAccessibleName(QStringLiteral("Desplazamiento vertical"));
 
     editorCelda_->setObjectName(QStringLiteral("editorCelda"));
     editorCelda_->setAccessibleName(QStringLiteral("Contenido de la celda"));
     editorCelda_->hide();
     editorCelda_->setFrame(false);
+    editorCelda_->setAcceptDrops(false);
     // El límite de serie cortaría los textos largos al volver a escribirlos.
     editorCelda_->setMaxLength(std::numeric_limits<int>::max());
     editorCelda_->installEventFilter(this);
@@ -188,9 +191,7 @@ void WidgetHoja::asegurarVisible() {
 }
 
 void WidgetHoja::olvidarInteraccion() {
-    arrastrando_ = false;
-    columnaRedimensionada_ = -1;
-    filaRedimensionada_ = -1;
+    soltarGesto();
     cancelarEdicion();
     ponerAlDia();
 }

@@ -133,6 +133,8 @@ class WidgetHoja : public QAbstractScrollArea {
     bool empezarRedimension(const QPoint& punto);
     bool seleccionarEncabezado(const QPoint& punto);
     void redimensionar(const QPoint& punto);
+    /// Acaba el arrastre o la redimensión en curso.
+    void soltarGesto();
     void actualizarCursor(const QPoint& punto);
     /// El menú se abre sobre lo seleccionado; fuera de ello, selecciona la celda del punto.
     void seleccionarParaMenu(const QPoint& punto);
@@ -144,7 +146,8 @@ class WidgetHoja : public QAbstractScrollArea {
     renderizador::Tema tema_;
     std::int32_t zoomPorcentaje_ = 100;
     QLineEdit* editorCelda_ = nullptr;
-    QString ultimoTSV_; ///< lo último que esta vista puso en el portapapeles del sistema
+    QString ultimoTSV_;    ///< lo último que esta vista puso en el portapapeles del sistema
+    int hojaDelGesto_ = 0; ///< la activa al empezar a arrastrar o a redimensionar
     bool arrastrando_ = false;
     int columnaRedimensionada_ = -1;
     int filaRedimensionada_ = -1;

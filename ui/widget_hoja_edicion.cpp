@@ -272,7 +272,11 @@ void WidgetHoja::keyPressEvent(QKeyEvent* evento) {
 }
 
 void WidgetHoja::inputMethodEvent(QInputMethodEvent* evento) {
-    if (!evento->preeditString().isEmpty()) {
+    if (editando()) {
+        // Como en `keyPressEvent`: se edita desde la barra de fórmulas y lo compuesto es del texto.
+        editorCelda_->setFocus();
+        QCoreApplication::sendEvent(editorCelda_, evento);
+    } else if (!evento->preeditString().isEmpty()) {
         // La composición sigue dentro de la celda.
         comenzarEdicion(QString(), true);
         QCoreApplication::sendEvent(editorCelda_, evento);

@@ -68,6 +68,12 @@ bool WidgetHoja::seleccionarEncabezado(const QPoint& punto) {
     return true;
 }
 
+void WidgetHoja::soltarGesto() {
+    arrastrando_ = false;
+    columnaRedimensionada_ = -1;
+    filaRedimensionada_ = -1;
+}
+
 void WidgetHoja::mousePressEvent(QMouseEvent* evento) {
     confirmarEdicion(0, 0);
     if (evento->button() != Qt::LeftButton) {
@@ -76,6 +82,7 @@ void WidgetHoja::mousePressEvent(QMouseEvent* evento) {
     }
     const QPoint punto = puntoEntero(evento->position());
     prepararRenderizador();
+    hojaDelGesto_ = libro_.hojaActiva;
     int fila = 0;
     int col = 0;
     if (empezarRedimension(punto) || seleccionarEncabezado(punto) ||
@@ -121,6 +128,10 @@ void WidgetHoja::actualizarCursor(const QPoint& punto) {
 void WidgetHoja::mouseMoveEvent(QMouseEvent* evento) {
     const QPoint punto = puntoEntero(evento->position());
     prepararRenderizador();
+    if (hojaDelGesto_ != libro_.hojaActiva) {
+        // Con el botón pulsado se puede deshacer hasta otra hoja: el gesto no es de ella.
+        soltarGesto();
+    }
     if (columnaRedimensionada_ >= 0 || filaRedimensionada_ >= 0) {
         redimensionar(punto);
         return;
@@ -139,9 +150,7 @@ void WidgetHoja::mouseMoveEvent(QMouseEvent* evento) {
 }
 
 void WidgetHoja::mouseReleaseEvent(QMouseEvent* /*evento*/) {
-    arrastrando_ = false;
-    columnaRedimensionada_ = -1;
-    filaRedimensionada_ = -1;
+    soltarGesto();
 }
 
 void WidgetHoja::mouseDoubleClickEvent(QMouseEvent* evento) {
@@ -203,7 +212,7 @@ void WidgetHoja::seleccionarParaMenu(const QPoint& punto) {
 
 void WidgetHoja::contextMenuEvent(QContextMenuEvent* evento) {
     confirmarEdicion(0, 0);
-    arrastrando_ = false;
+    soltarGesto();
     QPoint donde = evento->globalPos();
     if (evento->reason() == QContextMenuEvent::Keyboard) {
         asegurarVisible();
@@ -211,8 +220,10 @@ void WidgetHoja::contextMenuEvent(QContextMenuEvent* evento) {
     } else {
         seleccionarParaMenu(evento->pos());
     }
-    // Mientras el menú está abierto puede cerrarse la ventana.
+    // Mientras el menú está abierto puede cerrarse la ventana o cambiar el libro.
     const QPointer<WidgetHoja> vivo(this);
+    const auto identidad = [this] { return hojaActiva() != nullptr ? hojaActiva()->identidad : 0; };
+    const std::uint64_t alAbrir = identidad();
     const QPointer<QMenu> menu(new QMenu(this));
     for (const editor::AccionMenu& entrada : editor_.menuContextualCeldas()) {
         if (entrada.separadorAntes) {
@@ -227,7 +238,7 @@ void WidgetHoja::contextMenuEvent(QContextMenuEvent* evento) {
     const QAction* elegida = menu->exec(donde);
     const QString id = elegida != nullptr ? elegida->data().toString() : QString();
     delete menu;
-    if (vivo != nullptr && !id.isEmpty()) {
+    if (vivo != nullptr && !id.isEmpty() && identidad() == alAbrir) {
         ejecutarAccion(id);
     }
 }

@@ -1,5 +1,6 @@
 // La ventana sin ratón y sin vista: nombres de los controles, camino del foco y textos de Qt.
 
+#include "tests/ui/dialogos.h"
 #include "tests/ui/registro.h"
 #include "tests/ui/ventana_de_prueba.h"
 
@@ -9,7 +10,34 @@
 #include <QObject>
 #include <QTest>
 
+using pruebas::Dialogos;
 using pruebas::VentanaDePrueba;
+
+namespace {
+
+/// Todo lo que toma el foco o se pulsa dice a los lectores de pantalla qué es.
+void comprobarNombres(QWidget& ventana, int minimo) {
+    int controles = 0;
+    for (QWidget* w : ventana.findChildren<QWidget*>()) {
+        const bool control = qobject_cast<QAbstractButton*>(w) != nullptr ||
+                             qobject_cast<QLineEdit*>(w) != nullptr ||
+                             qobject_cast<QAbstractSlider*>(w) != nullptr ||
+                             w->focusPolicy() != Qt::NoFocus;
+        // El campo de un control de número es una pieza suya.
+        if (!control || w->objectName() == QStringLiteral("qt_spinbox_lineedit")) {
+            continue;
+        }
+        QAccessibleInterface* accesible = QAccessible::queryAccessibleInterface(w);
+        QVERIFY(accesible != nullptr);
+        const QString nombre = accesible->text(QAccessible::Name);
+        QVERIFY2(nombre.size() > 2, qPrintable(QLatin1String(w->metaObject()->className()) + u' ' +
+                                               w->objectName() + u' ' + nombre));
+        ++controles;
+    }
+    QVERIFY(controles >= minimo);
+}
+
+} // namespace
 
 class PruebaAccesible : public QObject {
     Q_OBJECT
@@ -17,24 +45,53 @@ class PruebaAccesible : public QObject {
   private slots:
     void cadaControlTieneNombre() {
         VentanaDePrueba p;
-        int controles = 0;
-        for (QWidget* w : p.ventana().findChildren<QWidget*>()) {
-            const bool control = qobject_cast<QAbstractButton*>(w) != nullptr ||
-                                 qobject_cast<QLineEdit*>(w) != nullptr ||
-                                 (qobject_cast<QAbstractSlider*>(w) != nullptr &&
-                                  w->objectName() == QStringLiteral("deslizadorZoom")) ||
-                                 qobject_cast<QTabBar*>(w) != nullptr || w == p.hoja();
-            // Las flechas de la barra de pestañas y el editor de la celda son piezas de otros.
-            if (!control || w->parent() == p.pestanas() || w == p.hoja()->editorCelda()) {
-                continue;
-            }
-            QAccessibleInterface* accesible = QAccessible::queryAccessibleInterface(w);
-            QVERIFY(accesible != nullptr);
-            const QString nombre = accesible->text(QAccessible::Name);
-            QVERIFY2(nombre.size() > 2, qPrintable(w->objectName() + u' ' + nombre));
-            ++controles;
-        }
-        QVERIFY(controles >= 17 + 6);
+        comprobarNombres(p.ventana(), 17 + 6);
+        Dialogos d;
+        d.luego([](QWidget* w) {
+            comprobarNombres(*w, 5);
+            w->close();
+        });
+        p.accion("Herramientas", "Opciones")->trigger();
+        QVERIFY(d.completo());
+    }
+
+    void laCuadriculaDiceLaCeldaActiva_data() {
+        QTest::addColumn<QString>("tecleado");
+        QTest::addColumn<QString>("valor");
+        QTest::addColumn<QString>("descripcion");
+        QTest::newRow("texto") << "hola"
+                               << "hola"
+                               << "";
+        QTest::newRow("número") << "1234,5"
+                                << "1234,5"
+                                << "";
+        QTest::newRow("fórmula") << "=2*3"
+                                 << "6"
+                                 << "Fórmula: =2*3";
+        QTest::newRow("error") << "=1/0" << QStringLiteral("#¡DIV/0!")
+                               << QStringLiteral("Error: división por cero. Fórmula: =1/0");
+    }
+    void laCuadriculaDiceLaCeldaActiva() {
+        QFETCH(QString, tecleado);
+        QFETCH(QString, valor);
+        QFETCH(QString, descripcion);
+        VentanaDePrueba p;
+        p.escribir(6, 3, "otra");
+        p.escribir(2, 1, tecleado);
+        QTest::keyClick(p.hoja(), Qt::Key_Up);
+        QAccessibleInterface* tabla = QAccessible::queryAccessibleInterface(p.hoja());
+        QCOMPARE(tabla->role(), QAccessible::Table);
+        QCOMPARE(tabla->text(QAccessible::Name), QStringLiteral("Hoja 1"));
+        QCOMPARE(tabla->tableInterface()->rowCount(), 7);
+        QCOMPARE(tabla->tableInterface()->columnCount(), 4);
+        QAccessibleInterface* activa = tabla->focusChild();
+        QVERIFY(activa != nullptr);
+        QCOMPARE(activa->text(QAccessible::Name), QStringLiteral("B3"));
+        QCOMPARE(activa->text(QAccessible::Value), valor);
+        QCOMPARE(activa->text(QAccessible::Description), descripcion);
+        QVERIFY(activa->state().focused);
+        QCOMPARE(activa->tableCellInterface()->rowIndex(), 2);
+        QCOMPARE(activa->tableCellInterface()->columnIndex(), 1);
     }
 
     void losBotonesDeLaCintaNoSeLlamanComoSuGlifo() {
@@ -98,6 +155,16 @@ class PruebaAccesible : public QObject {
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
             QVERIFY2(p.control<QWidget>(siguiente)->hasFocus(), siguiente);
         }
+        // Del último se pasa, por la cinta, al primero, y de él otra vez a la cuadrícula.
+        QList<QWidget*> recorridos;
+        for (int i = 0; i < 40 && !p.hoja()->hasFocus(); ++i) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            recorridos << QApplication::focusWidget();
+        }
+        QVERIFY(p.hoja()->hasFocus());
+        QVERIFY(recorridos.contains(nombre));
+        QVERIFY(recorridos.contains(barra));
+        QVERIFY(recorridos.contains(p.boton(QStringLiteral("Copiar"))));
     }
 
     void losTextosDeQtEstanEnEspanol() {

@@ -267,6 +267,7 @@ void PruebaRejillaAccesible::cambiarDeHojaSeCuenta() {
     r.libro.hojaActiva = 1;
     r.hoja.refrescar();
     QCOMPARE(oyente.cuantos(QAccessible::TableModelChanged), 1);
+    QCOMPARE(oyente.ultima(QAccessible::NameChanged), QStringLiteral("Hoja 2"));
     QCOMPARE(oyente.ultima(QAccessible::Focus), QStringLiteral("A1"));
     oyente.olvidar();
     r.poner(50, 50, "crece");

@@ -1,5 +1,6 @@
 #include "tests/ui/registro.h"
 #include "tests/ui/rejilla_de_prueba.h"
+#include "tests/ui/ventana_de_prueba.h"
 
 #include <QInputMethodEvent>
 #include <QScrollBar>
@@ -86,6 +87,15 @@ void PruebaRejillaEdicion::cadaTeclaDelEditor() {
     QCOMPARE(r.seleccion(), hasta);
     QCOMPARE(r.senales(), QStringLiteral("1 1 1"));
     QCOMPARE(r.editor.pasosDeshacer(), std::size_t{1});
+    // En la ventana ningún atajo ni recorrido del foco se la queda.
+    pruebas::VentanaDePrueba p;
+    p.editor().seleccionar(2, 2);
+    p.teclear(QStringLiteral("42"));
+    QTest::keyClick(p.hoja()->editorCelda(), static_cast<Qt::Key>(tecla),
+                    static_cast<Qt::KeyboardModifiers>(con));
+    QCOMPARE(p.entrada(2, 2), std::string("42"));
+    QCOMPARE(p.editor().seleccion(), r.editor.seleccion());
+    QVERIFY(p.hoja()->hasFocus());
 }
 
 void PruebaRejillaEdicion::escapeNoEscribe() {
@@ -339,8 +349,14 @@ void PruebaRejillaEdicion::lasTeclasConElFocoEnLaRejillaVanAlTexto() {
     QVERIFY(r.editorCelda()->hasFocus());
     QCOMPARE(r.editorCelda()->text(), QStringLiteral("abc"));
     r.hoja.setFocus();
+    QInputMethodEvent compuesta;
+    compuesta.setCommitString(QStringLiteral("é"));
+    QApplication::sendEvent(&r.hoja, &compuesta);
+    QVERIFY(r.editorCelda()->hasFocus());
+    QCOMPARE(r.editorCelda()->text(), QStringLiteral("abcé"));
+    r.hoja.setFocus();
     r.tecla(Qt::Key_Return);
-    QCOMPARE(r.entrada(0, 0), QStringLiteral("abc"));
+    QCOMPARE(r.entrada(0, 0), QStringLiteral("abcé"));
     QCOMPARE(r.seleccion(), QStringLiteral("A2"));
 }
 

@@ -1,3 +1,4 @@
+#include "tests/ui/dialogos.h"
 #include "tests/ui/registro.h"
 #include "tests/ui/rejilla_de_prueba.h"
 
@@ -30,19 +31,19 @@ class PruebaRejillaMenu : public QObject {
     /// Pide el menú en un punto y deja que `visita` lo mire y elija mientras está abierto.
     static void pedir(RejillaDePrueba& r, const QPoint& donde, const Visita& visita,
                       QContextMenuEvent::Reason por = QContextMenuEvent::Mouse) {
-        bool visto = false;
-        QTimer::singleShot(0, &r.hoja, [&] {
-            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            QVERIFY(menu != nullptr);
-            visto = true;
-            visita(*menu);
-            menu->close();
+        pruebas::Dialogos d;
+        d.luego([&](QWidget* w) {
+            auto* menu = qobject_cast<QMenu*>(w);
+            if (menu != nullptr) {
+                visita(*menu);
+            }
+            w->close();
         });
         QContextMenuEvent evento(por, donde, r.hoja.viewport()->mapToGlobal(donde));
         QApplication::sendEvent(
             por == QContextMenuEvent::Mouse ? static_cast<QWidget*>(r.hoja.viewport()) : &r.hoja,
             &evento);
-        QVERIFY(visto);
+        QVERIFY(d.completo());
     }
     static Visita elegir(const QString& id) {
         return [id](QMenu& menu) {

@@ -27,6 +27,7 @@ class PruebaRejillaRaton : public QObject {
     void redimensionarTieneTope();
     void redimensionarDesdeUnTamanoHostil();
     void olvidarSueltaLoQueSeArrastraba();
+    void elGestoNoPasaAOtraHoja();
     void elCursorDiceQueSePuedeRedimensionar();
     void laRuedaDesplaza();
     void laRuedaConCtrlCambiaElZoom();
@@ -224,6 +225,22 @@ void PruebaRejillaRaton::olvidarSueltaLoQueSeArrastraba() {
     r.hoja.olvidarInteraccion();
     r.mover(r.centro(5, 5));
     QCOMPARE(r.seleccion(), QStringLiteral("C3"));
+}
+
+void PruebaRejillaRaton::elGestoNoPasaAOtraHoja() {
+    RejillaDePrueba r;
+    r.libro.agregarHoja();
+    const QPoint borde(48 + 88, 12);
+    for (const QPoint& desde : {borde, r.centro(2, 2)}) {
+        r.libro.hojaActiva = 0;
+        r.pulsar(desde);
+        r.libro.hojaActiva = 1;
+        r.seleccionar(0, 0);
+        r.mover(desde + QPoint(60, 60));
+        QVERIFY(r.libro.hojas[1]->anchos.empty());
+        QCOMPARE(r.seleccion(), QStringLiteral("A1"));
+        r.soltar(desde);
+    }
 }
 
 void PruebaRejillaRaton::elCursorDiceQueSePuedeRedimensionar() {

@@ -1,5 +1,6 @@
 #include "tests/ui/registro.h"
 #include "tests/ui/rejilla_de_prueba.h"
+#include "tests/ui/ventana_de_prueba.h"
 
 #include <QScrollBar>
 
@@ -68,6 +69,12 @@ void PruebaRejillaTeclado::cadaTeclaMueve() {
     QCOMPARE(r.senales(), QStringLiteral("1 0 0"));
     QVERIFY(!r.hoja.editando());
     QVERIFY(!r.libro.modificado);
+    // En la ventana ningún atajo ni recorrido del foco se la queda.
+    pruebas::VentanaDePrueba p;
+    p.editor().seleccionar(29, 4);
+    QTest::keyClick(p.hoja(), static_cast<Qt::Key>(tecla), static_cast<Qt::KeyboardModifiers>(con));
+    QCOMPARE(p.editor().seleccion(), r.editor.seleccion());
+    QVERIFY(p.hoja()->hasFocus());
 }
 
 void PruebaRejillaTeclado::borrarVaciaLaSeleccion_data() {
