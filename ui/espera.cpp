@@ -14,8 +14,8 @@ Espera::Espera(QStatusBar* barra, const QString& mensaje) : barra_(barra) {
 }
 
 Espera::~Espera() {
-    QGuiApplication::restoreOverrideCursor();
     barra_->clearMessage();
+    QGuiApplication::restoreOverrideCursor();
 }
 
 } // namespace interfaz

@@ -5,7 +5,24 @@
 #include "ui/ventana_principal.h"
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QFileInfo>
+#include <QWindow>
+
+namespace {
+
+constexpr int kEsperaVentana = 500; ///< milisegundos
+
+/// Abrir un libro grande tarda y ocupa el único hilo: antes se deja que la ventana llegue a verse,
+/// para que pueda decir que trabaja. Si el escritorio no la enseña, no se espera más.
+void dejarVer(const QWidget& ventana) {
+    const QDeadlineTimer plazo(kEsperaVentana);
+    do {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, kEsperaVentana);
+    } while (!ventana.windowHandle()->isExposed() && !plazo.hasExpired());
+}
+
+} // namespace
 
 int qMain(int argc, char* argv[]) {
     QApplication aplicacion(argc, argv);
@@ -18,9 +35,10 @@ int qMain(int argc, char* argv[]) {
     QObject::connect(&guardia, &interfaz::GuardiaSesion::terminar, &ventana,
                      &interfaz::VentanaPrincipal::ponerASalvo);
     ventana.showMaximized();
-    if (argc > 1 && !guardia.terminoPedido()) {
-        const QString ruta = QString::fromLocal8Bit(argv[1]);
-        if (QFileInfo::exists(ruta)) {
+    const QString ruta = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString();
+    if (QFileInfo::exists(ruta)) {
+        dejarVer(ventana);
+        if (!guardia.terminoPedido()) {
             ventana.abrirArchivo(ruta);
         }
     }

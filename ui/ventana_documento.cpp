@@ -40,9 +40,13 @@ QString archivoSoltado(const QMimeData* datos) {
 
 } // namespace
 
+QString VentanaPrincipal::rutaBiblioteca() {
+    return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
+           QStringLiteral("/Marnel");
+}
+
 QString VentanaPrincipal::carpetaBiblioteca() {
-    const QString carpeta = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
-                            QStringLiteral("/Marnel");
+    const QString carpeta = rutaBiblioteca();
     QDir().mkpath(carpeta);
     return carpeta;
 }
@@ -112,6 +116,7 @@ bool VentanaPrincipal::guardarLibro() {
         resultado = nucleo::Serializador::guardar(libro_, libro_.ruta);
     }
     if (resultado != nucleo::kArchivoBien) {
+        actualizarTitulo(); // el nombre puede acabar de elegirse
         advertir(this, QStringLiteral("No se pudo guardar el archivo."));
         return false;
     }
@@ -169,9 +174,10 @@ bool VentanaPrincipal::confirmarDescarte() {
 }
 
 void VentanaPrincipal::closeEvent(QCloseEvent* evento) {
+    // Al acabar la sesión nadie responde a una pregunta, y muchos escritorios no la anuncian: piden
+    // cerrar y poco después matan el proceso.
+    ponerASalvo();
     if (qGuiApp->isSavingSession()) {
-        // Al cerrarse la sesión nadie puede responder.
-        ponerASalvo();
         evento->accept();
         return;
     }
@@ -199,7 +205,9 @@ void VentanaPrincipal::olvidarDocumentoAnterior() {
 
 void VentanaPrincipal::dragEnterEvent(QDragEnterEvent* evento) {
     if (!archivoSoltado(evento->mimeData()).isEmpty()) {
-        evento->acceptProposedAction();
+        // Abrir es leer: quien ofrece mover el archivo no debe creer que ya puede borrarlo.
+        evento->setDropAction(Qt::CopyAction);
+        evento->accept();
     }
 }
 
@@ -208,7 +216,8 @@ void VentanaPrincipal::dropEvent(QDropEvent* evento) {
     if (ruta.isEmpty()) {
         return;
     }
-    evento->acceptProposedAction();
+    evento->setDropAction(Qt::CopyAction);
+    evento->accept();
     // Quien suelta el archivo espera a que termine este evento; una pregunta lo dejaría colgado.
     QMetaObject::invokeMethod(
         this, [this, ruta] { abrirSoltado(ruta); }, Qt::QueuedConnection);
