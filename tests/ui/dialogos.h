@@ -2,9 +2,11 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QList>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
@@ -30,7 +32,8 @@ struct CuadroVisto {
 };
 
 /// Responde a los cuadros modales y a los menús que abre la ventana, en el orden dado. Uno que
-/// nadie esperaba se cierra y se cuenta, para que ninguna prueba se quede esperando.
+/// nadie esperaba, o que sigue abierto tras su paso, se cierra y se cuenta, para que ninguna prueba
+/// se quede esperando.
 class Dialogos : public QObject {
   public:
     using Paso = std::function<void(QWidget*)>;
@@ -49,7 +52,9 @@ class Dialogos : public QObject {
     Dialogos& pulsar(QMessageBox::StandardButton boton) {
         return luego([boton](QWidget* w) {
             if (auto* cuadro = qobject_cast<QMessageBox*>(w)) {
-                cuadro->button(boton)->click();
+                if (QAbstractButton* pulsado = cuadro->button(boton)) {
+                    pulsado->click();
+                }
             }
         });
     }
@@ -101,10 +106,21 @@ class Dialogos : public QObject {
         if (abierto == nullptr) {
             abierto = QApplication::activeModalWidget();
         }
-        if (abierto == nullptr || !abierto->isVisible() || abierto == atendido_) {
+        if (abierto == nullptr || !abierto->isVisible()) {
             return;
         }
-        atendido_ = abierto;
+        // De un cuadro abierto sobre otro se vuelve al de debajo, que ya tuvo su paso.
+        atendidos_.removeAll(nullptr);
+        if (atendidos_.contains(abierto)) {
+            if (desdeAtendido_.hasExpired(kPaciencia)) {
+                ++inesperados_;
+                desdeAtendido_.start();
+                abierto->close();
+            }
+            return;
+        }
+        atendidos_ << abierto;
+        desdeAtendido_.start();
         if (auto* cuadro = qobject_cast<QMessageBox*>(abierto)) {
             apuntar(*cuadro);
         }
@@ -113,9 +129,11 @@ class Dialogos : public QObject {
             abierto->close();
             return;
         }
-        const Paso paso = std::move(pasos_.front());
+        // Aparte: mientras se atiende a un reloj este no vuelve a sonar, y el paso puede abrir otro
+        // cuadro.
+        QTimer::singleShot(0, abierto,
+                           [abierto, paso = std::move(pasos_.front())] { paso(abierto); });
         pasos_.pop_front();
-        paso(abierto);
     }
 
     void apuntar(const QMessageBox& cuadro) {
@@ -136,10 +154,13 @@ class Dialogos : public QObject {
         vistos_.push_back(visto);
     }
 
+    static constexpr int kPaciencia = 20000; ///< milisegundos
+
     QTimer reloj_;
+    QElapsedTimer desdeAtendido_;
     std::deque<Paso> pasos_;
     std::vector<CuadroVisto> vistos_;
-    QPointer<QWidget> atendido_;
+    QList<QPointer<QWidget>> atendidos_;
     int inesperados_ = 0;
 };
 

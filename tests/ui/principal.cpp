@@ -25,6 +25,11 @@ int main(int argc, char* argv[]) {
     for (const char* variable : {"TMPDIR", "HOME", "XDG_RUNTIME_DIR"}) {
         qputenv(variable, propia.path().toLocal8Bit());
     }
+    // Si una prueba no acaba, que el programa termine: Qt Test arrancaría un depurador y, tras su
+    // propia señal, puede quedarse repitiéndola.
+    if (!qEnvironmentVariableIsSet("QTEST_DISABLE_STACK_DUMP")) {
+        qputenv("QTEST_DISABLE_STACK_DUMP", "1");
+    }
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication aplicacion(argc, argv);
     interfaz::prepararAplicacion(aplicacion);
@@ -32,6 +37,7 @@ int main(int argc, char* argv[]) {
     QStringList argumentos = QCoreApplication::arguments();
     const QString soloClase =
         argumentos.size() > 1 && !argumentos[1].startsWith(u'-') ? argumentos.takeAt(1) : QString();
+    argumentos << QStringLiteral("-nocrashhandler");
     int fallos = 0;
     for (const pruebas::Fabrica fabrica : pruebas::fabricas()) {
         const std::unique_ptr<QObject> clase = fabrica();

@@ -10,6 +10,7 @@
 #include <QHelpEvent>
 #include <QLayout>
 #include <QObject>
+#include <QRegularExpression>
 #include <QTest>
 #include <QToolBar>
 #include <QToolTip>
@@ -97,6 +98,31 @@ class PruebaCinta : public QObject {
         }
         QCOMPARE(glifosVistos, glifos);
         QCOMPARE(rotulosVistos, rotulos);
+    }
+
+    void cadaBotonLlevaSuEstilo_data() {
+        QTest::addColumn<QString>("rotulo");
+        QTest::addColumn<QString>("estilo");
+        QTest::newRow("negrita") << "Negrita"
+                                 << "font-weight: 900;";
+        QTest::newRow("cursiva") << "Cursiva"
+                                 << "font-style: italic;";
+        QTest::newRow("subrayado") << "Subrayado"
+                                   << "text-decoration: underline;";
+        QTest::newRow("menos") << "Menos decimales"
+                               << "font-weight: 700;";
+        QTest::newRow("más") << "Más decimales"
+                             << "font-weight: 700;";
+        QTest::newRow("otro") << "Moneda"
+                              << "";
+    }
+    void cadaBotonLlevaSuEstilo() {
+        QFETCH(QString, rotulo);
+        QFETCH(QString, estilo);
+        VentanaDePrueba p;
+        // El tamaño de la letra lo pone el igualador.
+        static const QRegularExpression tamano(QStringLiteral("font-size: \\d+px;"));
+        QCOMPARE(p.boton(rotulo)->styleSheet().remove(tamano).trimmed(), estilo);
     }
 
     void losGruposVanDeIzquierdaADerecha() {

@@ -33,6 +33,25 @@ QString crearLibro(const QString& ruta, const std::string& texto) {
     return ruta;
 }
 
+/// Los mensajes que una barra de estado tiene cada vez que se pinta.
+class Pintura : public QObject {
+  public:
+    explicit Pintura(QStatusBar* barra) : QObject(barra), barra_(barra) {
+        barra->installEventFilter(this);
+    }
+    bool eventFilter(QObject*, QEvent* evento) override {
+        if (evento->type() == QEvent::Paint && !barra_->currentMessage().isEmpty()) {
+            mensajes << barra_->currentMessage();
+        }
+        return false;
+    }
+
+    QStringList mensajes;
+
+  private:
+    QStatusBar* barra_;
+};
+
 void escribirArchivo(const QString& ruta, const QByteArray& bytes) {
     QFile archivo(ruta);
     QVERIFY(archivo.open(QIODevice::WriteOnly));
@@ -52,9 +71,16 @@ class PruebaDocumento : public QObject {
         p.escribir(0, 0, "1");
         QCOMPARE(p.ventana().windowTitle(), QStringLiteral("Sin título* — Marnel"));
         QCOMPARE(p.control<QLabel>("etiquetaEstado")->text(), QStringLiteral("Modificado"));
-        p.libro().ruta = "/tmp/Ventas.2026.mrn";
-        p.ventana().actualizarTitulo();
-        QCOMPARE(p.ventana().windowTitle(), QStringLiteral("Ventas.2026* — Marnel"));
+        for (const auto& [archivo, nombre] :
+             {std::pair("Ventas.2026.mrn", "Ventas.2026"),
+              std::pair("sin extensión", "sin extensión"),
+              std::pair("<img src=x>.mrn", "<img src=x>"), std::pair("%1&.mrn", "%1&"),
+              std::pair("a[*]b.mrn", "a[*][*]b"), std::pair("a\nb.mrn", "a b")}) {
+            p.libro().ruta = std::string("/carpeta/") + archivo;
+            p.ventana().actualizarTitulo();
+            QCOMPARE(p.ventana().windowTitle(),
+                     QString::fromUtf8(nombre) + QStringLiteral("* — Marnel"));
+        }
     }
 
     void guardarYVolverAAbrir() {
@@ -150,6 +176,26 @@ class PruebaDocumento : public QObject {
         d.escribir(p.ruta("datos.txt")).pulsar(QMessageBox::Yes);
         QVERIFY(p.ventana().guardarLibroComo());
         QVERIFY(d.completo());
+    }
+
+    void sobrescribirLoEscritoEnElCuadroLoPreguntaEl() {
+        VentanaDePrueba p;
+        crearLibro(p.ruta("datos.mrn"), "lo de antes");
+        p.escribir(0, 0, "lo nuevo");
+        Dialogos d;
+        // Al decir que no, el cuadro sigue abierto y se cancela.
+        d.luego([&p, &d](QWidget* w) {
+            d.pulsar(QMessageBox::No);
+            w->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(p.ruta("datos"));
+            QMetaObject::invokeMethod(w, "accept");
+            qobject_cast<QDialog*>(w)->reject();
+        });
+        QVERIFY(!p.ventana().guardarLibroComo());
+        QVERIFY(d.completo());
+        QCOMPARE(d.vistos().size(), std::size_t{1});
+        nucleo::Libro intacto;
+        nucleo::Serializador::cargar(p.ruta("datos.mrn").toStdString(), intacto);
+        QCOMPARE(intacto.hojas[0]->celda(0, 0)->entrada, std::string("lo de antes"));
     }
 
     void laPreguntaDeLosCambios() {
@@ -330,16 +376,23 @@ class PruebaDocumento : public QObject {
         VentanaDePrueba p;
         const QString ruta = crearLibro(p.ruta("c.mrn"), "1");
         p.ventana();
-        bool enEspera = false;
-        QString mensaje;
+        QStringList visto;
         connect(p.ventana().statusBar(), &QStatusBar::messageChanged, this,
                 [&](const QString& texto) {
-                    mensaje += texto;
-                    enEspera = enEspera || QApplication::overrideCursor() != nullptr;
+                    const QCursor* puntero = QApplication::overrideCursor();
+                    visto << texto;
+                    if (puntero != nullptr && puntero->shape() == Qt::WaitCursor) {
+                        visto << QStringLiteral("con reloj");
+                    }
                 });
+        Pintura pintura(p.ventana().statusBar());
         QVERIFY(p.ventana().abrirArchivo(ruta));
         QVERIFY(p.ventana().guardarLibro());
-        QCOMPARE(mensaje, QStringLiteral("Abriendo el libro…Guardando el libro…"));
+        // El mensaje se pinta antes de empezar, y al quitarlo el puntero todavía espera.
+        const QStringList esperado = {"Abriendo el libro…",  "", "con reloj",
+                                      "Guardando el libro…", "", "con reloj"};
+        QCOMPARE(visto, esperado);
+        QCOMPARE(pintura.mensajes, QStringList({"Abriendo el libro…", "Guardando el libro…"}));
         QVERIFY(QApplication::overrideCursor() == nullptr);
         QVERIFY(p.ventana().statusBar()->currentMessage().isEmpty());
     }
@@ -350,14 +403,25 @@ class PruebaDocumento : public QObject {
         p.escribir(0, 0, "1");
         QMimeData datos;
         datos.setUrls({QUrl::fromLocalFile(ruta)});
-        QDragEnterEvent entra(QPoint(10, 10), Qt::CopyAction, &datos, Qt::LeftButton, {});
+        // Quien lo ofrece para moverlo no debe entender que ya puede borrar el suyo.
+        const Qt::DropActions posibles = Qt::CopyAction | Qt::MoveAction;
+        QDragEnterEvent entra(QPoint(10, 10), posibles, &datos, Qt::LeftButton, Qt::ShiftModifier);
+        entra.setDropAction(Qt::MoveAction);
         QApplication::sendEvent(&p.ventana(), &entra);
         QVERIFY(entra.isAccepted());
+        QCOMPARE(entra.dropAction(), Qt::CopyAction);
         Dialogos d;
         d.pulsar(QMessageBox::Discard);
-        QDropEvent suelta(QPointF(10, 10), Qt::CopyAction, &datos, Qt::LeftButton, {});
+        QDropEvent suelta(QPointF(10, 10), posibles, &datos, Qt::LeftButton, Qt::ShiftModifier);
+        suelta.setDropAction(Qt::MoveAction);
         QApplication::sendEvent(&p.ventana(), &suelta);
+        QVERIFY(suelta.isAccepted());
+        QCOMPARE(suelta.dropAction(), Qt::CopyAction);
         QCoreApplication::processEvents();
+        // En toda la ventana: ningún control se queda con lo que se suelta encima.
+        for (const QWidget* w : p.ventana().findChildren<QWidget*>()) {
+            QVERIFY2(!w->acceptDrops(), qPrintable(w->objectName()));
+        }
         QVERIFY(d.completo());
         QCOMPARE(d.vistos().at(0).texto, kPregunta);
         QCOMPARE(p.entrada(0, 0), std::string("soltado"));

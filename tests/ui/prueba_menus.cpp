@@ -6,6 +6,7 @@
 
 #include <QDesktopServices>
 #include <QObject>
+#include <QSignalSpy>
 #include <QTest>
 
 using pruebas::Dialogos;
@@ -132,6 +133,42 @@ class PruebaMenus : public QObject {
         VentanaDePrueba p;
         QVERIFY(p.accion(menu, entrada) != nullptr);
         QCOMPARE(p.accion(menu, entrada)->shortcut(), atajo);
+    }
+
+    void cadaAtajoEligeSuEntrada_data() {
+        QTest::addColumn<QString>("menu");
+        QTest::addColumn<QString>("entrada");
+        QTest::addColumn<int>("tecla");
+        QTest::addColumn<int>("con");
+        const auto fila = [](const char* menu, const char* entrada, Qt::Key tecla,
+                             Qt::KeyboardModifier con = Qt::ControlModifier) {
+            QTest::newRow(entrada)
+                << QString::fromUtf8(menu) << QString::fromUtf8(entrada) << int(tecla) << int(con);
+        };
+        fila("Archivo", "Libro nuevo", Qt::Key_N);
+        fila("Archivo", "Abrir…", Qt::Key_O);
+        fila("Archivo", "Guardar", Qt::Key_S);
+        fila("Archivo", "Salir", Qt::Key_F4, Qt::AltModifier);
+        fila("Editar", "Deshacer", Qt::Key_Z);
+        fila("Editar", "Rehacer", Qt::Key_Y);
+        fila("Editar", "Cortar", Qt::Key_X);
+        fila("Editar", "Copiar", Qt::Key_C);
+        fila("Editar", "Pegar", Qt::Key_V);
+        fila("Editar", "Seleccionar todo", Qt::Key_A);
+    }
+    void cadaAtajoEligeSuEntrada() {
+        QFETCH(QString, menu);
+        QFETCH(QString, entrada);
+        QFETCH(int, tecla);
+        QFETCH(int, con);
+        VentanaDePrueba p;
+        p.libro().ruta = p.ruta("atajos.mrn").toStdString();
+        p.escribir(0, 0, "algo");
+        QSignalSpy elecciones(p.accion(menu, entrada), &QAction::triggered);
+        const Dialogos d;
+        QTest::keyClick(p.hoja(), static_cast<Qt::Key>(tecla),
+                        static_cast<Qt::KeyboardModifiers>(con));
+        QCOMPARE(elecciones.size(), 1);
     }
 
     void deshacerYRehacerConElTeclado() {

@@ -6,23 +6,31 @@
 #include "tests/ui/ventana_de_prueba.h"
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QFile>
+#include <QLibraryInfo>
 #include <QObject>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 #include <QTimer>
 
+#include <chrono>
 #include <csignal>
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <sys/types.h>
+#include <unistd.h>
 
 using pruebas::Dialogos;
 using pruebas::VentanaDePrueba;
 
 namespace {
 
-constexpr int kPaciencia = 30000; ///< milisegundos; solo se agotan si el programa no responde
+/// Segundos que se espera a un programa, de principio a fin; solo se agotan si no responde.
+constexpr unsigned kPaciencia = 60;
 
 /// Lo que hace dentro del otro proceso la persona que lo usa: según la variable de entorno, teclea
 /// en la ventana y anuncia por la salida que ya está.
@@ -31,19 +39,23 @@ void usarElPrograma() {
     if (guion.isEmpty()) {
         return;
     }
+    // Se pare donde se pare, y aunque ya no viva quien lo lanzó, este proceso no queda para
+    // siempre.
+    alarm(2 * kPaciencia);
     auto* reloj = new QTimer(qApp);
     reloj->setInterval(0);
     QObject::connect(reloj, &QTimer::timeout, qApp, [reloj, guion] {
+        if (QThread::currentThread()->loopLevel() == 0) {
+            return; // el programa todavía se prepara
+        }
         QWidget* modal = QApplication::activeModalWidget();
         if (modal != nullptr) {
             auto* cuadro = qobject_cast<QMessageBox*>(modal);
-            std::printf("cuadro: %s\n", cuadro->text().toUtf8().constData());
+            const QWidget* detras = cuadro->parentWidget();
+            std::printf("cuadro: %s, maximizada detrás = %d\n", cuadro->text().toUtf8().constData(),
+                        detras->isVisible() && detras->isMaximized() ? 1 : 0);
             std::fflush(stdout);
             reloj->stop();
-            if (guion == "responder") {
-                cuadro->button(QMessageBox::Ok)->click();
-                QCoreApplication::exit(0);
-            }
             return;
         }
         for (QWidget* w : QApplication::topLevelWidgets()) {
@@ -60,12 +72,14 @@ void usarElPrograma() {
                 QTest::keyClick(ventana->widgetHoja()->editorCelda(), Qt::Key_Return);
                 QMetaObject::invokeMethod(ventana->findChild<QTimer*>(), "timeout");
             }
-            std::printf("listo: %s, A1 = %s, maximizada = %d\n",
-                        ventana->windowTitle().toUtf8().constData(),
-                        ventana->libro().hojas[0]->celda(0, 0) == nullptr
-                            ? ""
-                            : ventana->libro().hojas[0]->celda(0, 0)->entrada.c_str(),
-                        ventana->isMaximized() ? 1 : 0);
+            std::printf(
+                "listo: %s, A1 = %s, maximizada = %d, botón «%s»\n",
+                ventana->windowTitle().toUtf8().constData(),
+                ventana->libro().hojas[0]->celda(0, 0) == nullptr
+                    ? ""
+                    : ventana->libro().hojas[0]->celda(0, 0)->entrada.c_str(),
+                ventana->isMaximized() ? 1 : 0,
+                QCoreApplication::translate("QPlatformTheme", "Cancel").toUtf8().constData());
             std::fflush(stdout);
             return;
         }
@@ -78,32 +92,50 @@ Q_COREAPP_STARTUP_FUNCTION(usarElPrograma)
 class Programa {
   public:
     Programa(const QTemporaryDir& carpeta, const char* guion, const QStringList& argumentos = {},
-             const std::function<void()>& alNacer = {}) {
+             const std::function<void()>& alNacer = {},
+             const QString& ejecutable = QCoreApplication::applicationFilePath()) {
         QProcessEnvironment entorno = QProcessEnvironment::systemEnvironment();
         entorno.insert(QStringLiteral("TMPDIR"), carpeta.path());
         entorno.insert(QStringLiteral("MARNEL_GUION_DE_PRUEBA"), QString::fromLatin1(guion));
         entorno.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
         proceso.setProcessEnvironment(entorno);
         proceso.setChildProcessModifier(alNacer);
-        proceso.start(QCoreApplication::applicationFilePath(),
-                      QStringList{QStringLiteral("--programa")} + argumentos);
+        proceso.start(ejecutable, QStringList{QStringLiteral("--programa")} + argumentos);
     }
+    ~Programa() {
+        proceso.kill();
+        proceso.waitForFinished(1000);
+    }
+    Programa(const Programa&) = delete;
+    Programa& operator=(const Programa&) = delete;
     /// La primera línea que escribe; vacía si no escribe ninguna.
     QString esperarLinea() {
         while (!proceso.canReadLine()) {
-            if (!proceso.waitForReadyRead(kPaciencia)) {
+            if (!proceso.waitForReadyRead(queda())) {
                 return {};
             }
         }
         return QString::fromUtf8(proceso.readLine()).trimmed();
     }
-    void avisar(int senal) { kill(static_cast<pid_t>(proceso.processId()), senal); }
+    void avisar(int senal) {
+        // De un proceso que ya murió no hay número, y el cero sería este y todos sus compañeros.
+        if (const auto numero = static_cast<pid_t>(proceso.processId()); numero > 0) {
+            kill(numero, senal);
+        }
+    }
+    bool termina() {
+        return proceso.state() == QProcess::NotRunning || proceso.waitForFinished(queda());
+    }
     bool terminaBien() {
-        return proceso.waitForFinished(kPaciencia) &&
-               proceso.exitStatus() == QProcess::NormalExit && proceso.exitCode() == 0;
+        return termina() && proceso.exitStatus() == QProcess::NormalExit && proceso.exitCode() == 0;
     }
 
     QProcess proceso;
+
+  private:
+    int queda() const { return static_cast<int>(plazo_.remainingTime()); }
+
+    QDeadlineTimer plazo_{std::chrono::seconds(kPaciencia)};
 };
 
 } // namespace
@@ -152,7 +184,7 @@ class PruebaPrograma : public QObject {
     void sinCambiosNoQuedaNada() {
         const QTemporaryDir carpeta;
         Programa programa(carpeta, "mirar");
-        QVERIFY(programa.esperarLinea().endsWith(QStringLiteral("maximizada = 1")));
+        QVERIFY(programa.esperarLinea().contains(QStringLiteral("maximizada = 1")));
         programa.avisar(SIGTERM);
         QVERIFY(programa.terminaBien());
         QVERIFY(!QFile::exists(carpeta.filePath("marnel_sin_titulo.mrt")));
@@ -164,7 +196,7 @@ class PruebaPrograma : public QObject {
             Programa programa(carpeta, "aceptar");
             QVERIFY(programa.esperarLinea().startsWith(QStringLiteral("listo")));
             programa.avisar(SIGKILL);
-            QVERIFY(programa.proceso.waitForFinished(kPaciencia));
+            QVERIFY(programa.termina());
             QCOMPARE(programa.proceso.exitStatus(), QProcess::CrashExit);
         }
         const QByteArray anterior = qgetenv("TMPDIR");
@@ -197,8 +229,9 @@ class PruebaPrograma : public QObject {
         motor_formulas::Motor(libro).establecerCelda(0, 0, 0, "del archivo");
         nucleo::Serializador::guardar(libro, ruta.toStdString());
         Programa programa(carpeta, "mirar", {ruta, QStringLiteral("otro.mrn")});
-        QCOMPARE(programa.esperarLinea(),
-                 QStringLiteral("listo: año nuevo — Marnel, A1 = del archivo, maximizada = 1"));
+        QCOMPARE(programa.esperarLinea(), QStringLiteral("listo: año nuevo — Marnel, A1 = del "
+                                                         "archivo, maximizada = 1, botón "
+                                                         "«Cancelar»"));
         programa.avisar(SIGTERM);
         QVERIFY(programa.terminaBien());
     }
@@ -206,10 +239,45 @@ class PruebaPrograma : public QObject {
     void unArgumentoQueNoExisteSeCalla() {
         const QTemporaryDir carpeta;
         Programa programa(carpeta, "mirar", {carpeta.filePath("no-existe.mrn")});
-        QCOMPARE(programa.esperarLinea(),
-                 QStringLiteral("listo: Sin título — Marnel, A1 = , maximizada = 1"));
+        QVERIFY(programa.esperarLinea().startsWith(
+            QStringLiteral("listo: Sin título — Marnel, A1 = , maximizada = 1")));
         programa.avisar(SIGTERM);
         QVERIFY(programa.terminaBien());
+    }
+
+    void lasTraduccionesSeBuscanJuntoAlPrograma() {
+        // Una copia del programa a la que se le dice que las del sistema no están.
+        const QTemporaryDir carpeta;
+        const std::filesystem::path raiz = carpeta.path().toStdString();
+        const std::filesystem::path programa = raiz / "bin" / "marnel";
+        std::filesystem::create_directory(raiz / "bin");
+        std::filesystem::copy_file(QCoreApplication::applicationFilePath().toStdString(), programa);
+        std::ofstream(raiz / "bin" / "qt.conf")
+            << "[Paths]\nPlugins=" << QLibraryInfo::path(QLibraryInfo::PluginsPath).toStdString()
+            << "\nTranslations=" << (raiz / "nada").string() << '\n';
+        const std::filesystem::path catalogo =
+            std::filesystem::path(
+                QLibraryInfo::path(QLibraryInfo::TranslationsPath).toStdString()) /
+            "qtbase_es.qm";
+        struct Caso {
+            const char* donde;
+            const char* boton;
+        };
+        for (const auto& [donde, boton] :
+             {Caso{"", "Cancel"}, Caso{"bin/shared/translations", "Cancelar"},
+              Caso{"shared/translations", "Cancelar"}}) {
+            if (*donde != '\0') {
+                std::filesystem::create_directories(raiz / donde);
+                std::filesystem::copy_file(catalogo, raiz / donde / "qtbase_es.qm");
+            }
+            Programa copia(carpeta, "mirar", {}, {}, QString::fromStdString(programa.string()));
+            const QString linea = copia.esperarLinea();
+            QVERIFY2(linea.endsWith(QStringLiteral("botón «%1»").arg(QLatin1String(boton))),
+                     qPrintable(QLatin1String(donde) + QStringLiteral(": ") + linea));
+            copia.avisar(SIGTERM);
+            QVERIFY(copia.terminaBien());
+            std::filesystem::remove_all(raiz / "bin" / "shared");
+        }
     }
 
     void unArgumentoQueNoEsUnLibroSeDice() {
@@ -221,7 +289,7 @@ class PruebaPrograma : public QObject {
         Programa programa(carpeta, "cuadro", {archivo.fileName()});
         QCOMPARE(programa.esperarLinea(),
                  QStringLiteral("cuadro: No se pudo abrir el archivo. Puede estar dañado o no ser "
-                                "un libro de Marnel."));
+                                "un libro de Marnel., maximizada detrás = 1"));
         programa.avisar(SIGTERM);
         QVERIFY(programa.terminaBien());
     }

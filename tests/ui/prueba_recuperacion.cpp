@@ -8,7 +8,11 @@
 #include <QDir>
 #include <QFile>
 #include <QObject>
+#include <QSessionManager>
 #include <QTest>
+
+#include <array>
+#include <cstddef>
 
 using pruebas::Dialogos;
 using pruebas::VentanaDePrueba;
@@ -253,6 +257,30 @@ class PruebaRecuperacion : public QObject {
         p.teclear("a medias");
         p.ventana().ponerASalvo();
         QCOMPARE(entradaGuardada(p.ruta(kSinTitulo).toStdString()), std::string("a medias"));
+    }
+
+    void elFinDeLaSesionLoDejaASalvo() {
+        VentanaDePrueba p;
+        p.ventana();
+        p.teclear("al acabar");
+        // Un gestor de sesión solo lo crea Qt; quien recibe el aviso no mira el suyo.
+        alignas(QSessionManager) std::array<std::byte, sizeof(QSessionManager)> nadie{};
+        emit qGuiApp->commitDataRequest(reinterpret_cast<QSessionManager&>(nadie));
+        QCOMPARE(entradaGuardada(p.ruta(kSinTitulo).toStdString()), std::string("al acabar"));
+    }
+
+    void cerrarLoDejaASalvoAntesDePreguntar() {
+        VentanaDePrueba p;
+        p.ventana();
+        p.teclear("al cerrar");
+        Dialogos d;
+        d.luego([&](QWidget* w) {
+            QCOMPARE(entradaGuardada(p.ruta(kSinTitulo).toStdString()), std::string("al cerrar"));
+            qobject_cast<QMessageBox*>(w)->button(QMessageBox::Discard)->click();
+        });
+        QVERIFY(p.ventana().close());
+        QVERIFY(d.completo());
+        QVERIFY(!QFile::exists(p.ruta(kSinTitulo)));
     }
 
     void terminarDuranteLaOfertaNoLaBorra() {

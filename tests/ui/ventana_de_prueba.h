@@ -63,6 +63,7 @@ class VentanaDePrueba {
 
     interfaz::WidgetHoja* hoja() { return ventana().widgetHoja(); }
     nucleo::Libro& libro() { return ventana().libro(); }
+    motor_formulas::Motor& motor() { return ventana().motor(); }
     editor::Editor& editor() { return ventana().editor(); }
     QString ruta(const QString& nombre) const { return carpeta_.filePath(nombre); }
 
@@ -112,6 +113,28 @@ class VentanaDePrueba {
             }
         }
         return nullptr;
+    }
+    /// Elige una entrada como una persona: abre su menú y la pulsa con el ratón; si está en un
+    /// submenú, sigue en él con las flechas.
+    void elegir(const QString& titulo, const QString& entrada) {
+        const QAction* buscada = accion(titulo, entrada);
+        QMenuBar* barra = ventana().menuBar();
+        QMenu* abierto = menu(titulo);
+        QTest::mouseClick(barra, Qt::LeftButton, {},
+                          barra->actionGeometry(abierto->menuAction()).center());
+        for (QAction* a : abierto->actions()) {
+            if (a == buscada || (a->menu() != nullptr && a->menu()->actions().contains(buscada))) {
+                QTest::mouseClick(abierto, Qt::LeftButton, {}, abierto->actionGeometry(a).center());
+            }
+        }
+        if (auto* submenu = qobject_cast<QMenu*>(buscada->parent()); submenu != abierto) {
+            [[maybe_unused]] const bool visible = QTest::qWaitForWindowExposed(submenu);
+            for (int i = 0; i < submenu->actions().size() && submenu->activeAction() != buscada;
+                 ++i) {
+                QTest::keyClick(submenu, Qt::Key_Down);
+            }
+            QTest::keyClick(submenu, Qt::Key_Return);
+        }
     }
     template <typename T> T* control(const char* nombre) {
         return ventana().findChild<T*>(QLatin1String(nombre));
