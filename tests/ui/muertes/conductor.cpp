@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QMessageBox>
 #include <QPointer>
+#include <QThread>
 #include <QTimer>
 
 #include <array>
@@ -40,6 +41,9 @@ class Conductor : public QObject {
 
   private:
     void paso() {
+        if (QThread::currentThread()->loopLevel() == 0) {
+            return; // el programa todavía se prepara
+        }
         if (QWidget* modal = QApplication::activeModalWidget()) {
             contestar(qobject_cast<QMessageBox*>(modal));
             return;
