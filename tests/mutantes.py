@@ -42,7 +42,7 @@ CAPAS = [
 ]
 
 MINIMO = 90
-LIMITE_CPU = 20
+LIMITE_CPU = 5
 MEMORIA = 6 << 30
 
 
@@ -169,7 +169,7 @@ class Taller:
         interfaz = "ON" if "pruebas_rendering" in self.programas else "OFF"
         self.exigir(["cmake", "-S", self.fuentes, "-B", self.construccion, "-G", "Ninja",
                      "-DCMAKE_BUILD_TYPE=Debug",
-                     "-DCMAKE_CXX_FLAGS_DEBUG=-O1 -w",
+                     "-DCMAKE_CXX_FLAGS_DEBUG=-O1 -w -D_GLIBCXX_ASSERTIONS",
                      *(["-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld"] if shutil.which("ld.lld") else []),
                      "-DMARNEL_PRUEBAS=ON", f"-DMARNEL_INTERFAZ={interfaz}"])
         self.exigir(["ninja", "-C", self.construccion, f"-j{os.cpu_count()}", *self.programas])
