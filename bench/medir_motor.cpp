@@ -226,13 +226,13 @@ int main(int argc, char** argv) {
     registrar("bajo_suma/pegar", pegar, numerosBajoUnaSuma, 65536);
     registrar("un_lector/cambiar", cambiarElPrimero, numerosYUnLector, 1000000);
     // Aquí el trabajo es el producto de fórmulas y ventanas: su exponente natural es 2.
-    registrar("ventanas/todo", recalcularTodo, ventanas, 10000);
-    registrar("ventanas/en_medio", cambiarEnMedio, ventanas, 10000);
+    registrar("cuadrado/ventanas/todo", recalcularTodo, ventanas, 10000);
+    registrar("cuadrado/ventanas/en_medio", cambiarEnMedio, ventanas, 10000);
 
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
     ReporteExponentes reporte;
     benchmark::RunSpecifiedBenchmarks(&reporte);
-    return 0;
+    return reporte.peor() <= kExponenteMaximo ? 0 : 1;
 }

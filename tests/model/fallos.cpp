@@ -6,6 +6,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -48,6 +49,8 @@ int __real_ftruncate(int descriptor, off_t largo);
 int __real_fchmod(int descriptor, mode_t permisos);
 int __real_flock(int descriptor, int operacion);
 void* __real_realloc(void* bloque, std::size_t bytes);
+void* __real_mmap(void* sitio, std::size_t bytes, int proteccion, int modo, int descriptor,
+                  off_t desde);
 
 int __wrap_open(const char* ruta, int modo, ...) {
     va_list resto;
@@ -100,6 +103,12 @@ int __wrap_flock(int descriptor, int operacion) {
 }
 void* __wrap_realloc(void* bloque, std::size_t bytes) {
     return prueba::faltaMemoria() ? nullptr : __real_realloc(bloque, bytes);
+}
+
+void* __wrap_mmap(void* sitio, std::size_t bytes, int proteccion, int modo, int descriptor,
+                  off_t desde) {
+    return prueba::faltaMemoria() ? MAP_FAILED
+                                  : __real_mmap(sitio, bytes, proteccion, modo, descriptor, desde);
 }
 
 } // extern "C"

@@ -1,10 +1,12 @@
 #include "model/reserva_bloques.h"
+#include "tests/comun/memoria.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <new>
 #include <random>
 #include <vector>
 
@@ -71,6 +73,22 @@ TEST(ReservaBloques, DevuelveAlSistemaLosTrozosVaciosQueNoGuarda) {
     soltar(reserva, huecos);
     EXPECT_EQ(reserva.ocupados(), 0U);
     EXPECT_EQ(reserva.trozos(), ReservaBloques::kVaciosGuardados);
+}
+
+TEST(ReservaBloques, SiElSistemaNoDaMasLoDiceYSigueSirviendo) {
+    ReservaBloques reserva(kHueco);
+    std::vector<void*> huecos = pedir(reserva, kPorTrozo);
+    {
+        const prueba::FaltaDeMemoria falta(1, prueba::FaltaDeMemoria::Cual::DesdeEntonces);
+        EXPECT_THROW(reserva.pedir(), std::bad_alloc);
+        EXPECT_TRUE(falta.ocurrio());
+        reserva.soltar(huecos.back());
+        huecos.back() = reserva.pedir();
+    }
+    EXPECT_EQ(reserva.trozos(), 1U);
+    huecos.push_back(reserva.pedir());
+    EXPECT_EQ(reserva.trozos(), 2U);
+    soltar(reserva, huecos);
 }
 
 TEST(ReservaBloques, AlAzarNingunHuecoPierdeLoQueSeEscribioEnEl) {

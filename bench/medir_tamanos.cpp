@@ -1,0 +1,162 @@
+// Con qué exponente crece lo que cuestan las operaciones de edición y los archivos: cada tamaño se
+// dobla cuatro veces. El argumento de cada medida es el número de filas.
+
+#include "editing/editor.h"
+#include "formula/motor.h"
+#include "model/libro.h"
+#include "model/limites.h"
+#include "model/serializador.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <unistd.h>
+
+#include "bench/exponentes.h"
+
+namespace {
+
+/// Un libro con su motor y su editor.
+struct Mesa {
+    nucleo::Libro libro;
+    motor_formulas::Motor motor{libro};
+    editor::Editor editor{libro, motor};
+
+    void seleccionar(int filas, int columnas) {
+        editor.seleccionar(0, 0);
+        editor.extender(filas - 1, columnas - 1);
+    }
+};
+
+constexpr int kNumeros = 5;
+constexpr int kFormulas = 5;
+constexpr int kFilas = 65536;
+
+/// Cinco columnas de números revueltos y, si se pide, otras cinco de fórmulas.
+std::unique_ptr<Mesa> mesaDe(int filas, bool conFormulas) {
+    auto mesa = std::make_unique<Mesa>();
+    const motor_formulas::Motor::Lote lote(mesa->motor);
+    for (int fila = 0; fila < filas; ++fila) {
+        for (int col = 0; col < kNumeros; ++col)
+            mesa->motor.establecerCelda(0, fila, col,
+                                        std::to_string((fila * 7919LL + col * 104729LL) % 65521));
+        if (!conFormulas)
+            continue;
+        const std::string n = std::to_string(fila + 1);
+        const std::string formulas[kFormulas] = {"=A" + n + "+B" + n, "=C" + n + "*D" + n,
+                                                 "=SI(E" + n + ">1000;A" + n + ";B" + n + ")",
+                                                 "=REDONDEAR(F" + n + "/3;2)", "=G" + n + "+H" + n};
+        for (int i = 0; i < kFormulas; ++i)
+            mesa->motor.establecerCelda(0, fila, kNumeros + i, formulas[i]);
+    }
+    return mesa;
+}
+
+/// Carpeta temporal que se borra al acabar.
+struct Carpeta {
+    Carpeta() { std::filesystem::create_directory(ruta); }
+    ~Carpeta() { std::filesystem::remove_all(ruta); }
+    std::string archivo() const { return (ruta / "libro.mrn").string(); }
+
+    std::filesystem::path ruta =
+        std::filesystem::temp_directory_path() / ("medir_tamanos_" + std::to_string(getpid()));
+};
+
+int filasDe(const benchmark::State& estado) {
+    return static_cast<int>(estado.range(0));
+}
+
+void insertar_fila(benchmark::State& estado) {
+    const auto mesa = mesaDe(filasDe(estado) - 1, true);
+    for (auto _ : estado) {
+        mesa->editor.insertarFilas(0, 1);
+        estado.PauseTiming();
+        mesa->editor.deshacer();
+        estado.ResumeTiming();
+    }
+}
+
+void ordenar(benchmark::State& estado, bool conFormulas) {
+    const auto mesa = mesaDe(filasDe(estado), conFormulas);
+    mesa->seleccionar(filasDe(estado), conFormulas ? kNumeros + kFormulas : kNumeros);
+    bool ascendente = true;
+    for (auto _ : estado) {
+        mesa->editor.ordenarSeleccion(ascendente);
+        ascendente = !ascendente;
+    }
+}
+
+void pegar_texto(benchmark::State& estado) {
+    std::string texto;
+    for (int i = 0; i < filasDe(estado); ++i)
+        texto += std::to_string(i * 7919LL % 1000003) + "\n";
+    Mesa mesa;
+    mesa.motor.establecerCelda(0, 0, 1, "=SUMA(A1:A65536)");
+    mesa.editor.seleccionar(0, 0);
+    for (auto _ : estado)
+        mesa.editor.pegarTSV(texto);
+}
+
+void copiar_texto(benchmark::State& estado) {
+    const auto mesa = mesaDe(filasDe(estado), false);
+    mesa->seleccionar(filasDe(estado), kNumeros);
+    for (auto _ : estado)
+        benchmark::DoNotOptimize(mesa->editor.copiarTSV());
+}
+
+void dar_estilo(benchmark::State& estado) {
+    const auto mesa = mesaDe(filasDe(estado), false);
+    mesa->seleccionar(filasDe(estado), kNumeros);
+    for (auto _ : estado)
+        mesa->editor.alternarNegrita();
+}
+
+void deshacer_borrado(benchmark::State& estado) {
+    const auto mesa = mesaDe(filasDe(estado), true);
+    mesa->seleccionar(filasDe(estado), 1);
+    for (auto _ : estado) {
+        mesa->editor.borrarSeleccion();
+        mesa->editor.deshacer();
+    }
+}
+
+void guardar(benchmark::State& estado) {
+    const Carpeta carpeta;
+    const auto mesa = mesaDe(filasDe(estado), true);
+    for (auto _ : estado)
+        nucleo::Serializador::guardar(mesa->libro, carpeta.archivo());
+}
+
+void abrir(benchmark::State& estado) {
+    const Carpeta carpeta;
+    nucleo::Serializador::guardar(mesaDe(filasDe(estado), true)->libro, carpeta.archivo());
+    for (auto _ : estado) {
+        Mesa mesa;
+        nucleo::Serializador::cargar(carpeta.archivo(), mesa.libro);
+        mesa.motor.recalcularTodo();
+    }
+}
+
+BENCHMARK(insertar_fila)->RangeMultiplier(2)->Range(kFilas / 16, kFilas);
+BENCHMARK_CAPTURE(ordenar, numeros, false)->RangeMultiplier(2)->Range(kFilas / 16, kFilas);
+BENCHMARK_CAPTURE(ordenar, formulas, true)->RangeMultiplier(2)->Range(kFilas / 16, kFilas);
+BENCHMARK(pegar_texto)->RangeMultiplier(2)->Range(kFilas / 16, kFilas);
+BENCHMARK(copiar_texto)->RangeMultiplier(2)->Range(kFilas / 16, kFilas);
+BENCHMARK(dar_estilo)->RangeMultiplier(2)->Range(kFilas / 16, kFilas);
+BENCHMARK(deshacer_borrado)->RangeMultiplier(2)->Range(kFilas / 16, kFilas);
+BENCHMARK(guardar)->RangeMultiplier(2)->Range(kFilas / 16, kFilas);
+BENCHMARK(abrir)->RangeMultiplier(2)->Range(kFilas / 16, kFilas);
+
+} // namespace
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    ReporteExponentes reporte;
+    benchmark::RunSpecifiedBenchmarks(&reporte);
+    return reporte.peor() <= kExponenteMaximo ? 0 : 1;
+}
