@@ -119,7 +119,7 @@ def articulos(n=15000):
              f'=BUSCARV("art-{azar.entero(n):06d}";A$1:D${n};4;FALSO)'] for i in range(n)]
 
 
-def saldos(n=12000):
+def saldos(n=8000):
     azar = Azar(23)
     return [[f"{azar.entero(100000)}.{azar.entero(100):02d}", "", f"=SUMA(A$1:A{i})*2"] for i in range(1, n + 1)]
 
