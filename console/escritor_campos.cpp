@@ -5,6 +5,7 @@ namespace consola {
 namespace {
 
 constexpr std::size_t kEntrega = 65536;
+constexpr std::string_view kMarcaUtf8 = "\xEF\xBB\xBF";
 
 } // namespace
 
@@ -37,9 +38,10 @@ void EscritorCampos::campo(std::string_view texto) {
     }
     enRegistro_ = true;
     // Al principio del archivo, la marca de UTF-8 se leería como tal y no como texto.
-    const bool parecenMarca = principio_ && texto.starts_with("\xEF\xBB\xBF");
+    const bool parecenMarca = principio_ && texto.starts_with(kMarcaUtf8);
     principio_ = false;
-    if (texto.find_first_of(especiales_) == std::string_view::npos && !parecenMarca) {
+    const bool llevaEspeciales = texto.find_first_of(especiales_) != std::string_view::npos;
+    if (!llevaEspeciales && !parecenMarca) {
         pendiente_ += texto;
     } else if (dialecto_.comillas) {
         pendiente_ += '"';
@@ -51,7 +53,13 @@ void EscritorCampos::campo(std::string_view texto) {
         }
         pendiente_ += '"';
     } else {
-        ++camposCambiados_;
+        // Sin comillas que la protejan, va detrás de otra, que es la que se salta quien lee.
+        if (parecenMarca) {
+            pendiente_ += kMarcaUtf8;
+        }
+        if (llevaEspeciales) {
+            ++camposCambiados_;
+        }
         for (const char c : texto) {
             pendiente_ += especiales_.find(c) == std::string::npos ? c : ' ';
         }

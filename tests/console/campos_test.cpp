@@ -179,6 +179,12 @@ TEST(EscritorCampos, PonerComillasDondeHacenFalta) {
         {{{"=SUMA(A1;A2)", "+1", "-1", "@x"}}, kCsv, "\"=SUMA(A1;A2)\";+1;-1;@x\n"},
         {{{"\xEF\xBB\xBF", "\xEF\xBB\xBF"}}, kCsv, "\"\xEF\xBB\xBF\";\xEF\xBB\xBF\n"},
         {{{"a\tb", "c\nd", "\"e\""}}, kTsv, "a b\tc d\t\"e\"\n"},
+        {{{"\xEF\xBB\xBF"
+           "a",
+           "\xEF\xBB\xBF"}},
+         kTsv,
+         "\xEF\xBB\xBF\xEF\xBB\xBF"
+         "a\t\xEF\xBB\xBF\n"},
     };
     for (const auto& caso : casos) {
         EXPECT_EQ(escribir(caso.registros, caso.dialecto), caso.bytes);
