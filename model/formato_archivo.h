@@ -3,8 +3,8 @@
 #include "model/escritor_bytes.h"
 #include "model/hoja.h"
 #include "model/lector_bytes.h"
-#include "model/limites.h"
 #include "model/libro.h"
+#include "model/limites.h"
 
 #include <cstdint>
 #include <memory>
