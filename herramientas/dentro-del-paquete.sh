@@ -1,7 +1,7 @@
 # shellcheck shell=bash
 # Lo que herramientas/probar-paquete hace dentro del Debian recién creado.
 set -eu
-cd /root
+cd /srv
 export TMPDIR=/tmp XDG_RUNTIME_DIR=/tmp QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
 
 fallar() {
@@ -50,7 +50,7 @@ for orden in remove purge; do
   done <archivos
   if dpkg -s marnel >/dev/null 2>&1; then fallar "tras apt $orden, dpkg aún lo conoce"; fi
   find / -xdev -iname '*marnel*' -not -path '/proc/*' -not -path '/var/cache/*' \
-    -not -path '/var/log/*' -not -path '/root/marnel_*.deb' >restos
+    -not -path '/var/log/*' -not -path '/srv/marnel_*.deb' >restos
   if [ -s restos ]; then
     cat restos
     fallar "apt $orden deja archivos"
