@@ -129,13 +129,10 @@ std::size_t ReservaBloques::huecosPorTrozo() const {
 
 ReservaBloques::Trozo* ReservaBloques::nuevoTrozo() {
     std::byte* const inicio = pedirAlSistema(kTrozo);
-    // Un libro pequeño cabe en el primero y no ocupa más páginas de las que toca. Los demás son una
-    // página grande: recorrer cientos de megabytes de a 4 KiB agota las traducciones de
-    // direcciones. Un núcleo que no sepa prepararlas las prepara al tocarlas.
-    if (trozos_ > 0) {
-        madvise(inicio, kTrozo, MADV_HUGEPAGE);
+    // Un libro pequeño cabe en el primero y no ocupa más páginas de las que toca. Un núcleo que no
+    // sepa prepararlas las prepara al tocarlas.
+    if (trozos_ > 0)
         madvise(inicio, kTrozo, MADV_POPULATE_WRITE);
-    }
     auto* const trozo = new (inicio) Trozo;
     contarPunteros(trozo->memoria(), kTrozo - sizeof(Trozo));
     cerrarPaso(trozo->memoria(), kTrozo - sizeof(Trozo));
