@@ -1,5 +1,6 @@
 #include "model/reserva_bloques.h"
 
+#include <algorithm>
 #include <new>
 #include <sys/mman.h>
 
@@ -78,16 +79,32 @@ struct alignas(ReservaBloques::kAlineacion) ReservaBloques::Trozo {
     std::size_t usados = 0;
 
     std::byte* memoria() { return reinterpret_cast<std::byte*>(this) + sizeof(Trozo); }
+
+    void entrarEn(Trozo*& lista) {
+        anterior = nullptr;
+        siguiente = lista;
+        if (lista != nullptr)
+            lista->anterior = this;
+        lista = this;
+    }
+    void salirDe(Trozo*& lista) {
+        if (siguiente != nullptr)
+            siguiente->anterior = anterior;
+        if (anterior != nullptr)
+            anterior->siguiente = siguiente;
+        else
+            lista = siguiente;
+    }
 };
 
 // Quien la destruye ha soltado antes todos los huecos.
 ReservaBloques::~ReservaBloques() {
-    while (conSitio_ != nullptr)
-        devolver(conSitio_);
+    while (vacios_ != nullptr)
+        devolver(vacios_);
 }
 
 void* ReservaBloques::pedir() {
-    Trozo* const trozo = conSitio_ != nullptr ? conSitio_ : nuevoTrozo();
+    Trozo* const trozo = trozoConSitio();
     std::byte* hueco = nullptr;
     if (trozo->libre != nullptr) {
         hueco = reinterpret_cast<std::byte*>(trozo->libre);
@@ -97,12 +114,10 @@ void* ReservaBloques::pedir() {
         hueco = trozo->memoria() + trozo->estrenados++ * hueco_;
         abrirPaso(hueco, hueco_);
     }
-    if (trozo->usados == 0)
-        --vacios_;
     ++trozo->usados;
     ++huecosDados_;
     if (trozo->usados == huecosPorTrozo())
-        desenlazar(trozo);
+        trozo->salirDe(empezados_);
     return hueco;
 }
 
@@ -111,20 +126,31 @@ void ReservaBloques::soltar(void* hueco) noexcept {
     auto* const trozo =
         reinterpret_cast<Trozo*>(inicio - reinterpret_cast<std::uintptr_t>(inicio) % kTrozo);
     if (trozo->usados == huecosPorTrozo())
-        enlazar(trozo);
+        trozo->entrarEn(empezados_);
     trozo->libre = new (hueco) Hueco{trozo->libre};
     cerrarPaso(hueco, hueco_);
     --trozo->usados;
     --huecosDados_;
     if (trozo->usados > 0)
         return;
-    ++vacios_;
-    if (vacios_ > kVaciosGuardados)
-        devolver(trozo);
+    trozo->salirDe(empezados_);
+    trozo->entrarEn(vacios_);
+    ++cuantosVacios_;
+    devolverSobrantes();
 }
 
 std::size_t ReservaBloques::huecosPorTrozo() const {
     return (kTrozo - sizeof(Trozo)) / hueco_;
+}
+
+ReservaBloques::Trozo* ReservaBloques::trozoConSitio() {
+    if (empezados_ != nullptr)
+        return empezados_;
+    Trozo* const trozo = vacios_ != nullptr ? vacios_ : nuevoTrozo();
+    trozo->salirDe(vacios_);
+    --cuantosVacios_;
+    trozo->entrarEn(empezados_);
+    return trozo;
 }
 
 ReservaBloques::Trozo* ReservaBloques::nuevoTrozo() {
@@ -137,32 +163,24 @@ ReservaBloques::Trozo* ReservaBloques::nuevoTrozo() {
     contarPunteros(trozo->memoria(), kTrozo - sizeof(Trozo));
     cerrarPaso(trozo->memoria(), kTrozo - sizeof(Trozo));
     ++trozos_;
-    ++vacios_;
-    enlazar(trozo);
+    ++cuantosVacios_;
+    trozo->entrarEn(vacios_);
     return trozo;
 }
 
-void ReservaBloques::enlazar(Trozo* trozo) {
-    trozo->anterior = nullptr;
-    trozo->siguiente = conSitio_;
-    if (conSitio_ != nullptr)
-        conSitio_->anterior = trozo;
-    conSitio_ = trozo;
+std::size_t ReservaBloques::maximoVacios() const {
+    return std::max(kVaciosGuardados, (trozos_ - cuantosVacios_) / 2);
 }
 
-void ReservaBloques::desenlazar(Trozo* trozo) {
-    if (trozo->siguiente != nullptr)
-        trozo->siguiente->anterior = trozo->anterior;
-    if (trozo->anterior != nullptr)
-        trozo->anterior->siguiente = trozo->siguiente;
-    else
-        conSitio_ = trozo->siguiente;
+void ReservaBloques::devolverSobrantes() noexcept {
+    while (cuantosVacios_ > maximoVacios())
+        devolver(vacios_);
 }
 
-void ReservaBloques::devolver(Trozo* trozo) {
-    desenlazar(trozo);
+void ReservaBloques::devolver(Trozo* trozo) noexcept {
+    trozo->salirDe(vacios_);
     --trozos_;
-    --vacios_;
+    --cuantosVacios_;
     noContarPunteros(trozo->memoria(), kTrozo - sizeof(Trozo));
     abrirPaso(trozo, kTrozo);
     munmap(trozo, kTrozo);

@@ -8,15 +8,16 @@ namespace nucleo {
 /// Memoria para los bloques de celdas llenos, que son todos del mismo tamaño. La pide al sistema
 /// por trozos de 2 MiB y, desde el segundo, con sus páginas ya preparadas de una vez: si se
 /// prepararan al tocarlas, abrir, desplazar u ordenar un millón de celdas gastaría en ello la
-/// tercera parte del tiempo. Unos pocos trozos sin bloques se guardan para lo siguiente; los demás
-/// vuelven al sistema.
+/// tercera parte del tiempo. Los trozos sin bloques se guardan para lo siguiente mientras no pasen
+/// de la mitad de los que sí los tienen, que lo que se edita en un libro grande no pida memoria
+/// cada vez que el historial suelta la que tenía; los demás vuelven al sistema.
 ///
 /// Es de un solo hilo, como el almacén.
 class ReservaBloques {
   public:
     static constexpr std::size_t kTrozo = std::size_t{2} << 20;
     static constexpr std::size_t kAlineacion = 64;
-    /// Trozos sin ningún bloque que se guardan.
+    /// Trozos sin ningún bloque que se guardan en todo caso.
     static constexpr std::size_t kVaciosGuardados = 16;
 
     /// `hueco`: bytes de cada bloque, múltiplo de 64; caben varios en un trozo.
@@ -40,16 +41,19 @@ class ReservaBloques {
     struct Trozo;
 
     std::size_t huecosPorTrozo() const;
+    /// Un trozo con sitio: uno empezado, uno vacío de los guardados o uno nuevo.
+    Trozo* trozoConSitio();
     Trozo* nuevoTrozo();
-    void enlazar(Trozo* trozo);
-    void desenlazar(Trozo* trozo);
-    void devolver(Trozo* trozo);
+    std::size_t maximoVacios() const;
+    void devolverSobrantes() noexcept;
+    void devolver(Trozo* trozo) noexcept;
 
     std::size_t hueco_;
     std::size_t huecosDados_ = 0;
     std::size_t trozos_ = 0;
-    std::size_t vacios_ = 0;
-    Trozo* conSitio_ = nullptr; ///< lista de los que tienen algún hueco libre
+    std::size_t cuantosVacios_ = 0;
+    Trozo* empezados_ = nullptr; ///< lista de los que tienen huecos dados y huecos libres
+    Trozo* vacios_ = nullptr;    ///< lista de los que no tienen ninguno dado
 };
 
 } // namespace nucleo

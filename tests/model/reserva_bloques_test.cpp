@@ -75,6 +75,34 @@ TEST(ReservaBloques, DevuelveAlSistemaLosTrozosVaciosQueNoGuarda) {
     EXPECT_EQ(reserva.trozos(), ReservaBloques::kVaciosGuardados);
 }
 
+TEST(ReservaBloques, GuardaVaciosHastaLaMitadDeLosQueTienenBloques) {
+    constexpr std::size_t kTrozosUsados = 8 * ReservaBloques::kVaciosGuardados;
+    ReservaBloques reserva(kHueco);
+    const std::vector<void*> quedan = pedir(reserva, kPorTrozo * kTrozosUsados);
+    const std::vector<void*> otros = pedir(reserva, kPorTrozo * kTrozosUsados);
+    EXPECT_EQ(reserva.trozos(), 2 * kTrozosUsados);
+    soltar(reserva, otros);
+    EXPECT_EQ(reserva.trozos(), kTrozosUsados + kTrozosUsados / 2);
+    soltar(reserva, quedan);
+    EXPECT_EQ(reserva.trozos(), ReservaBloques::kVaciosGuardados);
+}
+
+TEST(ReservaBloques, LlenaLosEmpezadosAntesQueLosVacios) {
+    ReservaBloques reserva(kHueco);
+    std::vector<void*> primero = pedir(reserva, kPorTrozo);
+    std::vector<void*> segundo = pedir(reserva, kPorTrozo);
+    const auto trozoDe = [](void* hueco) {
+        return reinterpret_cast<std::uintptr_t>(hueco) / ReservaBloques::kTrozo;
+    };
+    const std::uintptr_t empezado = trozoDe(primero.front());
+    reserva.soltar(primero.back());
+    soltar(reserva, segundo);
+    primero.back() = reserva.pedir();
+    EXPECT_EQ(trozoDe(primero.back()), empezado);
+    EXPECT_EQ(reserva.trozos(), 2U);
+    soltar(reserva, primero);
+}
+
 TEST(ReservaBloques, SiElSistemaNoDaMasLoDiceYSigueSirviendo) {
     ReservaBloques reserva(kHueco);
     std::vector<void*> huecos = pedir(reserva, kPorTrozo);
