@@ -314,6 +314,48 @@ TEST(Contexto, ElErrorQueSeCorrigeDejaDeContar) {
     }
 }
 
+TEST(Contexto, LoSumadoDeMediaPaginaNoVuelveComoSiFueraEntera) {
+    for (const int primeras : {1, 30, 62, 63, 64, 65, 127, 128, 129}) {
+        SCOPED_TRACE(primeras);
+        nucleo::Hoja hoja;
+        ContextoRecalculo contexto;
+        const auto poner = [&](int fila, const Valor& valor) {
+            nucleo::Celda& celda = hoja.celdaMut(fila, 0);
+            celda.tipo = nucleo::TipoCelda::Formula;
+            celda.valor = valor;
+            contexto.cambiar(hoja, fila, 0, valor);
+        };
+        /// La suma de las primeras filas, o -1 si da el error esperado.
+        const auto suma = [&](int filas) {
+            Arg bloque;
+            bloque.esRango = true;
+            bloque.filas = filas;
+            bloque.columnas = 1;
+            bloque.hoja = &hoja;
+            bloque.rango = {0, 0, filas - 1, 0};
+            motor_formulas::Acumulado total;
+            ErrorCelda error = ErrorCelda::Ninguno;
+            if (contexto.plegar(motor_formulas::Pliegue::Suma, bloque, total, error))
+                return total.valor;
+            EXPECT_EQ(error, ErrorCelda::Ref);
+            return -1.0;
+        };
+        for (int fila = 0; fila < 200; ++fila)
+            poner(fila, Valor::deNumero(1));
+        EXPECT_EQ(suma(primeras), primeras);
+        EXPECT_EQ(suma(150), 150);
+        poner(140, Valor::deNumero(1001));
+        EXPECT_EQ(suma(150), 1150);
+        EXPECT_EQ(suma(90), 90);
+        EXPECT_EQ(suma(200), 1200);
+        poner(180, Valor::deError(ErrorCelda::Ref));
+        EXPECT_EQ(suma(200), -1);
+        EXPECT_EQ(suma(181), -1);
+        EXPECT_EQ(suma(180), 1180);
+        EXPECT_EQ(suma(90), 90);
+    }
+}
+
 TEST(Contexto, ElTextoDeUnNumeroFinitoSeLeeComoNumero) {
     // Por eso el índice de textos no los guarda.
     std::mt19937_64 azar(11);

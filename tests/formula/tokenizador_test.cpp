@@ -1,3 +1,4 @@
+#include "formula/lexico.h"
 #include "formula/tokenizador.h"
 #include "model/direcciones.h"
 #include "model/limites.h"
@@ -12,6 +13,7 @@
 #include <locale.h>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace motor_formulas {
@@ -229,6 +231,31 @@ TEST(Tokenizador, LosNumerosNoDependenDeLaConfiguracionRegional) {
     std::setlocale(LC_ALL, anterior.c_str());
 }
 
+TEST(Lexico, NoLeeMasAllaDelTextoQueSeLeDa) {
+    const struct {
+        std::string_view entero; ///< lo que hay en memoria
+        std::size_t largo;       ///< lo que se da a leer
+        Token::Tipo primera;
+    } casos[] = {
+        {"\"a\"\"", 3, Token::Texto},   {"\"a\"", 2, Token::Invalido},
+        {",5", 1, Token::Invalido},     {"1,5", 2, Token::Numero},
+        {"1E5", 2, Token::Numero},      {"<=", 1, Token::Operador},
+        {"A12", 1, Token::Nombre},      {"$A$1", 3, Token::Nombre},
+        {"'a'!A1", 3, Token::Invalido}, {"A1!B2", 2, Token::Referencia},
+    };
+    for (const auto& caso : casos) {
+        Lexico lexico(caso.entero.substr(0, caso.largo));
+        Lexema lexema;
+        lexico.siguiente(lexema);
+        EXPECT_EQ(lexema.tipo, caso.primera) << caso.entero;
+        EXPECT_LE(lexema.pos + lexema.largo, caso.largo) << caso.entero;
+        while (lexema.tipo != Token::Fin) {
+            lexico.siguiente(lexema);
+            ASSERT_LE(lexema.pos + lexema.largo, caso.largo) << caso.entero;
+        }
+    }
+}
+
 TEST(PalabraComoRef, ConoceTodasLasColumnas) {
     for (int col = 0; col < 20000; ++col) {
         std::string letras = nucleo::nombreColumna(col);
@@ -327,6 +354,8 @@ TEST(TextoReferencia, EscribeYSeVuelveALeer) {
         {{"A1", 0, 0, false, false}, "A1!A1"},
         {{"2024", 0, 0, false, false}, "'2024'!A1"},
         {{"2x", 0, 0, false, false}, "'2x'!A1"},
+        {{"0", 0, 0, false, false}, "'0'!A1"},
+        {{"9x", 0, 0, false, false}, "'9x'!A1"},
         {{"x2", 0, 0, false, false}, "x2!A1"},
         {{"SUMA", 0, 0, false, false}, "SUMA!A1"},
         {{"a!b", 0, 0, false, false}, "'a!b'!A1"},

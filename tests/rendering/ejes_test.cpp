@@ -123,6 +123,19 @@ TEST(Eje, TodoDeTamanoCeroNoContieneNada) {
     EXPECT_EQ(eje.elementoEn(-1), 0);
 }
 
+TEST(EjeRecordado, SeRehaceAlCambiarLoQueMideAunqueElZoomNoSeaUnNumero) {
+    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+    nucleo::MapaTamanos tamanos;
+    renderizador::EjeRecordado recordado;
+    for (const double zoom : {kNaN, 2.0, kNaN, kNaN, 1.0, 1.0}) {
+        const Eje& eje = recordado.de({tamanos, 100, 24, zoom});
+        EXPECT_EQ(eje.tamano(3), renderizador::escalar(24, zoom)) << zoom;
+    }
+    tamanos[3] = 50;
+    EXPECT_EQ(recordado.de({tamanos, 100, 24, 1.0}).tamano(3), 50);
+    EXPECT_EQ(recordado.de({tamanos, 2, 24, 1.0}).elementos(), 2);
+}
+
 TEST(Eje, TamanosEnormesNoDesbordan) {
     nucleo::MapaTamanos tamanos;
     for (int i = 0; i < nucleo::kFilas; ++i) {

@@ -1,5 +1,6 @@
 #include "model/hoja.h"
 #include "model/limites.h"
+#include "rendering/regiones.h"
 #include "rendering/renderizador.h"
 
 #include <gtest/gtest.h>
@@ -204,6 +205,26 @@ TEST_F(Geometria, LoQueNoOcupaPixelesNoSeAcierta) {
     EXPECT_EQ(en(48, 26), (Celda{1, 1}));
     EXPECT_EQ(en(48 + 87, 26), (Celda{1, 1}));
     EXPECT_EQ(en(48 + 88, 26), (Celda{1, 4})) << "la columna 3 está bajo el panel";
+}
+
+TEST_F(Geometria, LoQueNoOcupaPixelesNoEsDeNingunaBanda) {
+    hoja.anchos[0] = 0;
+    hoja.anchos[2] = 0;
+    hoja.anchos[4] = 0;
+    hoja.columnasInmovilizadas = 2;
+    const renderizador::Eje eje(renderizador::medidasColumnas(hoja, 1));
+    const auto indices = [](const renderizador::BandaVisible& banda) {
+        std::vector<int> salida;
+        for (const renderizador::TramoVisible& tramo : banda.tramos)
+            salida.push_back(tramo.indice);
+        return salida;
+    };
+    const renderizador::EjeVista vista(eje, 2, 48, 0);
+    const renderizador::Bandas bandas = renderizador::bandasVisibles(vista, 48, 48 + 88 * 3);
+    EXPECT_EQ(indices(bandas.fija), std::vector<int>{1});
+    EXPECT_EQ(indices(bandas.desplazada), (std::vector<int>{3, 5}));
+    EXPECT_EQ(renderizador::EjeVista(eje, 2, 48, -10).en(48 + 88), -1) << "el hueco";
+    EXPECT_EQ(renderizador::EjeVista(eje, 2, 48, -10).en(48 + 88 + 10), 3);
 }
 
 TEST_F(Geometria, UnElementoNegativoEstaDondeLaFranja) {

@@ -194,6 +194,8 @@ TEST(Tasa, CasosAMano) {
         {"=REDONDEAR(TASA(10;0;-100;200);9)", "0,071773463"}, // 2^(1/10) − 1
         {"=REDONDEAR(TASA(12;-100;1000;0;0;0,5);4)", "0,0292"},
         {"=REDONDEAR(TASA(12;-100;1000;0;0;-7);4)", "0,0292"}, // como si fuera 0,1
+        {"=REDONDEAR(TASA(12;-100;1000;0;0;-1);4)", "0,0292"},
+        {"=REDONDEAR(TASA(12;-100;1000;0;0;-1,5);4)", "0,0292"},
         {"=REDONDEAR(TASA(12;-100;1000;0;0;0);4)", "0,0292"},
         {"=TASA(12;0;0)", "0,1"}, // cualquier tasa vale: la de partida
         // Nunca se salda: cada paso parte en dos lo que falta hasta −1, hasta que ya no se mueve.
