@@ -109,6 +109,49 @@ TEST(ColumnaRecordada, BuscaOrdenadoComoFilaAFila) {
     }
 }
 
+/// Columnas llenas de números en orden, del todo o solo dentro de cada página o de cada grupo de
+/// páginas: lo que se halla partiendo por la mitad y lo que no se puede hallar así.
+TEST(ColumnaRecordada, BuscaEnLoQueEstaEnOrdenATrozos) {
+    constexpr int kAlto = 4096 + 100;
+    using Forma = int (*)(int fila);
+    const Forma formas[] = {
+        [](int fila) { return fila; },
+        [](int fila) { return -fila; },
+        [](int fila) { return fila / 64 * 64 - fila % 64; },
+        [](int fila) { return fila % 64 - fila / 64 * 64; },
+        [](int fila) { return fila / 2048 * 2048 - fila % 2048; },
+        [](int fila) { return fila % 2048 - fila / 2048 * 2048; },
+        [](int fila) { return fila / 100; },
+        [](int fila) { return -(fila / 100); },
+        [](int) { return 7; },
+        [](int fila) { return fila == 64 ? 9000 : fila; },
+        [](int fila) { return fila == 2047 ? 9000 : -fila; },
+        [](int fila) { return fila == 1000 ? -9000 : fila; },
+    };
+    std::mt19937 azar(7);
+    for (std::size_t forma = 0; forma < std::size(formas); ++forma) {
+        SCOPED_TRACE(forma);
+        nucleo::Hoja hoja;
+        for (int fila = 0; fila < kAlto; ++fila) {
+            nucleo::Celda& celda = hoja.celdaMut(fila, 0);
+            celda.tipo = nucleo::TipoCelda::Numero;
+            celda.numero = formas[forma](fila);
+            celda.valor = Valor::deNumero(celda.numero);
+        }
+        std::size_t paginas = 0;
+        ColumnaRecordada columna(hoja, 0, paginas);
+        for (int paso = 0; paso < 60; ++paso) {
+            const int fila = std::uniform_int_distribution<int>(0, kAlto - 1)(azar);
+            const Valor buscado = Valor::deNumero(formas[forma](fila) + paso % 3 - 1);
+            const TramoFilas filas{paso % 4 == 3 ? fila / 2 : 0, paso % 5 == 4 ? fila : kAlto - 1};
+            for (const Orden orden : {Orden::Ascendente, Orden::Descendente})
+                ASSERT_EQ(columna.buscarOrdenado(filas, vistaDe(buscado), orden),
+                          buscarLlano(hoja, filas, buscado, orden))
+                    << filas.desde << " a " << filas.hasta << ", " << buscado.numero;
+        }
+    }
+}
+
 TEST(ColumnaRecordada, SoloCuentaLasPaginasConCeldas) {
     nucleo::Hoja hoja;
     std::size_t paginas = 0;
