@@ -4,6 +4,7 @@
 #include "formula/parser.h"
 #include "formula/reescritura.h"
 #include "formula/tokenizador.h"
+#include "tests/comun/comprobar_libro.h"
 
 #include <algorithm>
 
@@ -22,13 +23,7 @@ struct Mesa {
 /// mil cuesta más que todo lo demás junto.
 void comprobarLeidas(Mesa& mesa, const std::string& formula) {
     const std::uint64_t clave = nucleo::claveCelda(0, 9, 9);
-    const nucleo::GrafoDependencias& grafo = mesa.libro.grafo();
-    const nucleo::GrafoDependencias::IdFormula cual = grafo.formulaEn(clave);
-    std::int64_t leidas = 0;
-    for (std::uint32_t i = 0; cual != 0 && i < grafo.cuentaLecturas(cual); ++i) {
-        const nucleo::GrafoDependencias::Lectura lectura = grafo.lectura(cual, i);
-        leidas += lectura.esRectangulo ? lectura.bloque.rango.celdas() : 1;
-    }
+    const std::int64_t leidas = pruebas::celdasLeidas(mesa.libro.grafo(), clave);
     if (leidas == 0 || leidas > 256)
         return;
     const auto textuales = mesa.motor.extraerPrecedentes(0, formula);

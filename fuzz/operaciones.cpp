@@ -1,9 +1,9 @@
 /// Una sucesión de operaciones del editor, con los invariantes del libro comprobados tras cada una.
 
 #include "editing/editor.h"
-#include "tests/comun/comprobar_libro.h"
 
 #include "fuzz/bytes.h"
+#include "fuzz/exigencias.h"
 #include "fuzz/libro_poblado.h"
 
 namespace {
@@ -83,7 +83,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t cua
     fuzz::Bytes bytes(datos, cuantos);
     for (int pasos = 0; bytes.quedan() && pasos < 64; ++pasos) {
         operar(ed, libro, motor, bytes);
-        const std::string malo = pruebas::defectoDelLibro(libro, {true, false, true});
+        const std::string malo = pruebas::defectoDelLibro(libro, fuzz::exigencias(libro));
         fuzz::exigir(malo.empty(), malo);
     }
     return 0;

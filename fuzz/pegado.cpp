@@ -3,9 +3,9 @@
 
 #include "editing/editor.h"
 #include "model/archivo_libro.h"
-#include "tests/comun/comprobar_libro.h"
 
 #include "fuzz/bytes.h"
+#include "fuzz/exigencias.h"
 #include "fuzz/libro_poblado.h"
 
 namespace {
@@ -39,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t cua
     const int col = bytes.byte() % 2 == 0 ? bytes.hasta(5) : 698 + bytes.hasta(4);
     mesa.ed.seleccionar(fila, col);
     mesa.ed.pegarTSV(std::string(bytes.resto()));
-    const std::string malo = pruebas::defectoDelLibro(mesa.libro, {true, false, true});
+    const std::string malo = pruebas::defectoDelLibro(mesa.libro, fuzz::exigencias(mesa.libro));
     fuzz::exigir(malo.empty(), malo);
     mesa.ed.copiarTSV();
     if (mesa.ed.pasosDeshacer() == 0)

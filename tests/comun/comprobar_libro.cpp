@@ -9,6 +9,7 @@
 #include <cstring>
 #include <memory>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace pruebas {
@@ -188,6 +189,28 @@ std::string defectoDeValores(const Libro& libro) {
 }
 
 } // namespace
+
+std::int64_t celdasLeidas(const nucleo::GrafoDependencias& grafo, std::uint64_t clave) {
+    const nucleo::GrafoDependencias::IdFormula cual = grafo.formulaEn(clave);
+    std::int64_t leidas = 0;
+    for (std::uint32_t i = 0; cual != 0 && i < grafo.cuentaLecturas(cual); ++i) {
+        const nucleo::GrafoDependencias::Lectura lectura = grafo.lectura(cual, i);
+        leidas += lectura.esRectangulo ? lectura.bloque.rango.celdas() : 1;
+    }
+    return leidas;
+}
+
+std::int64_t celdasLeidas(const Libro& libro) {
+    std::int64_t leidas = 0;
+    for (std::size_t i = 0; i < libro.hojas.size(); ++i) {
+        std::as_const(*libro.hojas[i])
+            .celdas.recorrerFormulas([&](int fila, int col, const Celda&) {
+                leidas +=
+                    celdasLeidas(libro.grafo(), nucleo::claveCelda(static_cast<int>(i), fila, col));
+            });
+    }
+    return leidas;
+}
 
 std::string defectoDelLibro(Libro& libro, const Exigencias& exigencias) {
     if (std::string defecto = defectoDeHojas(libro); !defecto.empty())

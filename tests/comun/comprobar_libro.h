@@ -2,6 +2,7 @@
 
 #include "model/libro.h"
 
+#include <cstdint>
 #include <string>
 
 namespace pruebas {
@@ -18,6 +19,11 @@ struct Exigencias {
     /// fórmulas que leen bloques grandes.
     bool grafo = true;
 };
+
+/// Cuántas celdas tiene apuntadas el grafo como leídas por la fórmula de una celda.
+std::int64_t celdasLeidas(const nucleo::GrafoDependencias& grafo, std::uint64_t clave);
+/// Y por todas las de un libro: lo que cuesta mirar su grafo.
+std::int64_t celdasLeidas(const nucleo::Libro& libro);
 
 /// El primer invariante que el libro no cumple, dicho en una frase; vacío si los cumple todos. Mira
 /// hojas, almacenes de celdas, extensión usada, fusiones, grafo en los dos sentidos y valores.

@@ -23,7 +23,7 @@ constexpr std::array<const char*, 3> kCarpetas = {"TMPDIR", "HOME", "XDG_RUNTIME
 constexpr std::size_t kSucesosRecordados = 40;
 /// Lo más grande que se comprueba entero tras cada suceso.
 constexpr std::size_t kCeldasComprobables = 3000;
-constexpr std::size_t kLecturasComprobables = 20000;
+constexpr std::int64_t kLecturasComprobables = 20000;
 /// Sucesos seguidos que se admite trabajar con un libro mayor.
 constexpr int kSucesosEnGrande = 12;
 
@@ -33,23 +33,6 @@ std::size_t celdasDe(const nucleo::Libro& libro) {
         celdas += hoja->celdas.size();
     }
     return celdas;
-}
-
-/// Verdadero si entre todas las fórmulas leen pocas celdas.
-bool leenPoco(nucleo::Libro& libro) {
-    motor_formulas::Motor motor(libro);
-    std::size_t lecturas = 0;
-    for (std::size_t i = 0; i < libro.hojas.size(); ++i) {
-        for (const auto& [clave, celda] : libro.hojas[i]->celdas) {
-            if (celda.tipo == nucleo::TipoCelda::Formula) {
-                lecturas += motor.extraerPrecedentes(static_cast<int>(i), celda.entrada).size();
-            }
-            if (lecturas > kLecturasComprobables) {
-                return false;
-            }
-        }
-    }
-    return true;
 }
 
 } // namespace
@@ -159,7 +142,7 @@ std::string PersonaAlAzar::defecto() {
         ++cortas_;
         return {};
     }
-    const bool enteras = leenPoco(libro);
+    const bool enteras = celdasLeidas(libro) <= kLecturasComprobables;
     grandes_ = enteras ? 0 : grandes_ + 1;
     cortas_ += enteras ? 0 : 1;
     return defectoDelLibro(libro, {true, enteras, enteras});
