@@ -25,7 +25,7 @@ template <typename Valor> struct Extremos {
     const Valor& extremo(Orden orden) const { return orden == Orden::Ascendente ? mayor : menor; }
 
     void anadir(const Valor& valor) {
-        if (!(valor == valor)) {
+        if (!(valor == valor)) { // NOLINT(misc-redundant-expression): un NaN
             crecen = decrecen = false;
             return;
         }

@@ -92,6 +92,8 @@ void IndiceRangos::apuntar(Id id) {
 }
 
 void IndiceRangos::apuntarEnColumna(Id id, Plano& plano, std::uint32_t nodoColumna) {
+    // Los nodos se numeran desde 1, que es la raíz.
+    // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult)
     plano.alturasUsadas |= 1U << (std::bit_width(nodoColumna) - 1);
     if (plano.raices[nodoColumna] == 0)
         plano.raices[nodoColumna] = nuevaPagina();
@@ -121,6 +123,8 @@ void IndiceRangos::apuntarEnNodo(Id id, std::uint32_t raiz, std::uint32_t nodoFi
         pagina = paginas_[pagina].hijas[tramo];
     }
     const int alturaLocal = altura - paginasEncima * kAlturaPagina;
+    // La raíz no llega aquí: la altura no es cero.
+    // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult)
     const std::uint32_t nodo = (1U << alturaLocal) | (nodoFila & ((1U << alturaLocal) - 1));
 
     std::uint32_t nueva = entradaLibre_;
